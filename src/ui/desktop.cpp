@@ -1,0 +1,123 @@
+#include "ui/desktop.h"
+
+#include <algorithm>
+
+#include "ui/file_controls.h"
+#include "ui/window.h"
+
+namespace ormel::ui {
+
+Desktop::~Desktop() = default;
+
+void Desktop::Add(Window& window, Window* owner, bool modal) {
+  window.desktop_ = this;
+  open_.push_back(&window);
+  if (modal) modal_.push_back(&window);
+  if (screen_ != nullptr) screen_->Open(window, owner, modal);
+}
+
+void Desktop::Keep(std::unique_ptr<Window> window, Window* owner) {
+  Window& shown = *window;
+  kept_.push_back(std::move(window));
+  Add(shown, owner, false);
+}
+
+void Desktop::ShowModal(Window& window, Window* owner) {
+  const Nesting nesting(this);
+  Add(window, owner, true);
+  RunModal(window);
+  if (IsOpen(window)) Close(window);
+}
+
+void Desktop::Hide(Window& window) {
+  if (!IsHidden(window)) hidden_.push_back(&window);
+  if (screen_ != nullptr) screen_->Show(window, false);
+}
+
+void Desktop::ShowAgain(Window& window) {
+  std::erase(hidden_, &window);
+  if (screen_ != nullptr) screen_->Show(window, true);
+}
+
+void Desktop::Close(Window& window) {
+  if (!IsOpen(window)) return;
+  const Nesting nesting(this);
+  window.StopRun();
+  std::erase(open_, &window);
+  std::erase(hidden_, &window);
+  std::erase(modal_, &window);
+  if (screen_ != nullptr) screen_->Close(window);
+  window.OnClosed();
+  const auto kept = std::find_if(kept_.begin(), kept_.end(),
+                                 [&](const auto& one) { return one.get() == &window; });
+  if (kept == kept_.end()) return;
+  closed_.push_back(std::move(*kept));
+  kept_.erase(kept);
+}
+
+void Desktop::CloseByFrame(Window& window) {
+  if (!IsOpen(window)) return;
+  if (window.Running()) {
+    window.StopRun();
+    window.closeWhenIdle_ = true;
+    return;
+  }
+  window.Dispatch([&] {
+    if (window.QueryClose()) Close(window);
+  });
+}
+
+bool Desktop::CloseAll() {
+  while (!open_.empty()) {
+    Window& newest = *open_.back();
+    CloseByFrame(newest);
+    if (!open_.empty() && open_.back() == &newest) return false;
+  }
+  return true;
+}
+
+bool Desktop::IsOpen(const Window& window) const {
+  return std::find(open_.begin(), open_.end(), &window) != open_.end();
+}
+
+bool Desktop::IsHidden(const Window& window) const {
+  return std::find(hidden_.begin(), hidden_.end(), &window) != hidden_.end();
+}
+
+Window* Desktop::FindWindow(const std::string& name, int number) const {
+  for (Window* window : open_) {
+    if (window->Name() == name && --number == 0) return window;
+  }
+  return nullptr;
+}
+
+void Desktop::Sweep() {
+  if (nesting_ == 0) closed_.clear();
+}
+
+std::vector<FilterEntry> ParseFilter(const std::string& filter) {
+  std::vector<std::string> parts(1);
+  for (const char letter : filter) {
+    if (letter == '|') {
+      parts.emplace_back();
+    } else {
+      parts.back() += letter;
+    }
+  }
+  std::vector<FilterEntry> entries;
+  for (std::size_t i = 0; i + 1 < parts.size(); i += 2) {
+    entries.push_back({parts[i], parts[i + 1]});
+  }
+  return entries;
+}
+
+int FilterIndexOf(const std::string& path, const std::string& filter) {
+  const std::string name = path.substr(path.find_last_of("/\\") + 1);
+  const std::vector<FilterEntry> entries = ParseFilter(filter);
+  for (std::size_t i = 0; i < entries.size(); ++i) {
+    if (FitsPattern(name, entries[i].patterns)) return static_cast<int>(i) + 1;
+  }
+  return 1;
+}
+
+}  // namespace ormel::ui

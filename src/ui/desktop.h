@@ -1,0 +1,178 @@
+// The one service that windows ask for everything outside themselves: message boxes, prompts, file,
+// colour and font dialogs, other windows, timers, the clipboard and the web. There is one behind a
+// screen and one without; windows do not know which.
+#pragma once
+
+#include <chrono>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "base/canvas.h"
+#include "base/colour.h"
+#include "base/outcome.h"
+#include "base/progress_sink.h"
+#include "ui/control.h"
+
+namespace ormel::ui {
+
+inline constexpr char kProgramTitle[] = "ORMEL";
+
+enum class Buttons { kOk, kOkCancel, kYesNo, kYesNoCancel };
+enum class Answer { kOk, kCancel, kYes, kNo };
+
+struct FileDialog {
+  std::string title;
+  std::string filter;            // "ASCII Raster (.asc)|*.asc|Bitmap (.bmp)|*.bmp"
+  std::string defaultExtension;  // put behind a name without one; empty: nothing is
+  std::string folder;            // where it opens; empty: the current folder
+  std::string name;              // proposed name, or a pattern
+  bool multiple = false;         // several files may be opened at once
+};
+
+struct FileChoice {
+  std::vector<std::string> paths;  // at least one
+  int filterIndex = 1;             // the chosen entry of the filter, from 1
+  const std::string& Path() const { return paths.front(); }
+};
+
+struct Font {
+  std::string family;
+  int size = 10;  // points
+  bool bold = false;
+  bool italic = false;
+};
+
+using TimerId = int;
+
+// What draws the windows and lets a person act on them.
+class Screen {
+ public:
+  virtual ~Screen() = default;
+  virtual void Open(Window& window, Window* owner, bool modal) = 0;
+  virtual void Show(Window& window, bool visible) = 0;
+  virtual void Close(Window& window) = 0;
+  virtual void ProcessEvents() = 0;
+  // A picture of the window as a PNG file. False: it could not be written.
+  virtual bool Snapshot(Window& window, const std::string& file) = 0;
+};
+
+class Desktop {
+ public:
+  // `screen` may be null, and outlives the desktop.
+  explicit Desktop(Screen* screen) : screen_(screen) {}
+  virtual ~Desktop();
+  Desktop(const Desktop&) = delete;
+  Desktop& operator=(const Desktop&) = delete;
+
+  // Message boxes and dialogs. An empty optional is a cancelled dialog.
+  virtual Answer Ask(const std::string& text, const std::string& title, Buttons buttons) = 0;
+  void Message(const std::string& text, const std::string& title = kProgramTitle) {
+    Ask(text, title, Buttons::kOk);
+  }
+  virtual std::optional<std::string> Prompt(const std::string& text, const std::string& title,
+                                            const std::string& proposal) = 0;
+  virtual std::optional<FileChoice> OpenFile(const FileDialog& dialog) = 0;
+  virtual std::optional<FileChoice> SaveFile(const FileDialog& dialog) = 0;
+  virtual std::optional<Colour> PickColour(const std::string& title, Colour start) = 0;
+  virtual std::optional<Font> PickFont(const std::string& title, const Font& start) = 0;
+
+  // Calls `tick` again and again. See ui/timer.h for a timer that stops itself.
+  virtual TimerId StartTimer(std::chrono::milliseconds interval, Handler tick) = 0;
+  virtual void StopTimer(TimerId timer) = 0;
+
+  virtual void SetClipboardText(const std::string& text) = 0;
+  virtual std::string ClipboardText() = 0;
+  virtual void SetClipboardPicture(const Canvas& picture) = 0;
+
+  // The bytes behind a URL. `progress` can stop it.
+  [[nodiscard]] virtual Outcome<std::string> Fetch(const std::string& url,
+                                                   ProgressSink& progress) = 0;
+
+  // Lets a person act in the middle of a long loop. Run (ui/run.h) calls it often enough.
+  void Pump() {
+    if (screen_ != nullptr) screen_->ProcessEvents();
+  }
+
+  // Windows. The desktop keeps a window that it is given until it is closed.
+  template <class W>
+  W& Show(std::unique_ptr<W> window, Window* owner = nullptr) {
+    W& shown = *window;
+    Keep(std::move(window), owner);
+    return shown;
+  }
+  // Shows a window alone and returns when it is closed. The caller keeps it.
+  void ShowModal(Window& window, Window* owner = nullptr);
+  void Hide(Window& window);
+  void ShowAgain(Window& window);
+  // The program closes a window: nothing is asked.
+  void Close(Window& window);
+  // A person closes it by its frame: a running command is stopped first, and the window may refuse.
+  void CloseByFrame(Window& window);
+  // A person ends the program: every window, the newest first, is asked. False: one refused, or
+  // still has to stop its command.
+  bool CloseAll();
+
+  bool IsOpen(const Window& window) const;
+  const std::vector<Window*>& OpenWindows() const { return open_; }  // the oldest first
+  // The `number`th open window of that name, the oldest is 1; null: none.
+  Window* FindWindow(const std::string& name, int number = 1) const;
+  // The modal window that everything waits for; null: none.
+  Window* ModalWindow() const { return modal_.empty() ? nullptr : modal_.back(); }
+  bool IsHidden(const Window& window) const;
+
+  bool Snapshot(Window& window, const std::string& file) {
+    return screen_ != nullptr && screen_->Snapshot(window, file);
+  }
+
+  // Counts the handlers that are running, so that a window closed by its own handler is destroyed
+  // only when the handler is over.
+  class Nesting {
+   public:
+    explicit Nesting(Desktop* desktop) : desktop_(desktop) {
+      if (desktop_ != nullptr) ++desktop_->nesting_;
+    }
+    ~Nesting() {
+      if (desktop_ != nullptr && --desktop_->nesting_ == 0) desktop_->Idle();
+    }
+    Nesting(const Nesting&) = delete;
+    Nesting& operator=(const Nesting&) = delete;
+
+   private:
+    Desktop* desktop_;
+  };
+
+  // Destroys the closed windows when no handler runs. Whoever sends a person's actions calls it
+  // between them.
+  void Sweep();
+
+ protected:
+  // Returns when `window` is no longer open.
+  virtual void RunModal(Window& window) = 0;
+  // The outermost handler is over, and Sweep() may be called soon.
+  virtual void Idle() {}
+
+ private:
+  void Keep(std::unique_ptr<Window> window, Window* owner);
+  void Add(Window& window, Window* owner, bool modal);
+
+  Screen* screen_;
+  std::vector<Window*> open_;
+  std::vector<Window*> hidden_;
+  std::vector<Window*> modal_;
+  std::vector<std::unique_ptr<Window>> kept_;
+  std::vector<std::unique_ptr<Window>> closed_;
+  int nesting_ = 0;
+};
+
+// The entries of a file dialog's filter.
+struct FilterEntry {
+  std::string name;
+  std::string patterns;  // "*.asc;*.grd"
+};
+std::vector<FilterEntry> ParseFilter(const std::string& filter);
+// The first entry that fits the file's name, from 1; 1 when none does.
+int FilterIndexOf(const std::string& path, const std::string& filter);
+
+}  // namespace ormel::ui

@@ -1,0 +1,92 @@
+#include "ui/window.h"
+
+#include <algorithm>
+#include <exception>
+#include <stdexcept>
+
+#include "ui/desktop.h"
+
+namespace ormel::ui {
+namespace {
+
+// Tells every control in `items` which frame it stands in.
+void SetFrames(const std::vector<LayoutItem>& items, FrameControl* frame) {
+  for (const LayoutItem& item : items) {
+    if (item.control != nullptr) item.control->SetFrame(frame);
+    auto* inner =
+        item.kind == LayoutItem::Kind::kFrame ? dynamic_cast<FrameControl*>(item.control) : nullptr;
+    SetFrames(item.items, inner != nullptr ? inner : frame);
+  }
+}
+
+}  // namespace
+
+Window::Window(std::string name, std::string caption)
+    : name_(std::move(name)), caption_(std::move(caption)) {}
+
+// The controls are members of the derived window or are destroyed before this, so none is left.
+Window::~Window() = default;
+
+void Window::SetCaption(std::string caption) {
+  caption_ = std::move(caption);
+  Refresh();
+}
+
+void Window::SetEnabled(bool enabled) {
+  enabled_ = enabled;
+  Refresh();
+}
+
+void Window::Refresh() {
+  if (view_ != nullptr) view_->Refresh();
+}
+
+void Window::SetLayout(LayoutItem layout) {
+  layout_ = std::move(layout);
+  SetFrames({layout_}, nullptr);
+  if (view_ != nullptr) view_->LayoutChanged();
+}
+
+Control* Window::Find(std::string_view name) const {
+  const auto found = byName_.find(name);
+  return found == byName_.end() ? nullptr : found->second;
+}
+
+void Window::Join(Control& control) {
+  if (!byName_.emplace(control.Name(), &control).second) {
+    throw std::logic_error(name_ + " has two controls named " + control.Name());
+  }
+  controls_.push_back(&control);
+}
+
+void Window::Leave(Control& control) {
+  byName_.erase(control.Name());
+  std::erase(controls_, &control);
+}
+
+bool Window::PressKey(const std::string& key) {
+  if (!Enabled()) return false;
+  if (menu_ != nullptr) {
+    if (MenuItem* item = menu_->FindShortcut(key)) return item->Click().Ok();
+  }
+  for (Control* control : controls_) {
+    auto* button = dynamic_cast<Button*>(control);
+    if (button == nullptr || !button->Shown() || !button->Usable()) continue;
+    if ((key == "Return" && button->IsDefault()) || (key == "Escape" && button->IsCancel())) {
+      return button->Click().Ok();
+    }
+  }
+  return false;
+}
+
+void Window::Dispatch(const Handler& handler) {
+  Desktop::Nesting nesting(desktop_);
+  try {
+    handler();
+  } catch (const std::exception& error) {
+    if (desktop_ == nullptr) throw;
+    desktop_->Message(error.what());
+  }
+}
+
+}  // namespace ormel::ui

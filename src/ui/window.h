@@ -1,0 +1,119 @@
+// A window: named controls, their layout, and the handlers of its class. It lives on a Desktop, and
+// runs the same with a screen and without one.
+#pragma once
+
+#include <functional>
+#include <map>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "ui/buttons.h"
+#include "ui/control.h"
+#include "ui/file_controls.h"
+#include "ui/layout.h"
+#include "ui/list_controls.h"
+#include "ui/menu.h"
+#include "ui/picture.h"
+#include "ui/range_controls.h"
+#include "ui/text_controls.h"
+
+namespace ormel::ui {
+
+class Desktop;
+
+// The screen's side of a window, when there is a screen.
+class WindowView {
+ public:
+  virtual ~WindowView() = default;
+  virtual void Refresh() = 0;        // caption, enabled state or the strip of a long command
+  virtual void LayoutChanged() = 0;  // controls came or went
+};
+
+class Window {
+ public:
+  // `name` is the window's name in scripts, `caption` stands in its title.
+  Window(std::string name, std::string caption);
+  virtual ~Window();
+  Window(const Window&) = delete;
+  Window& operator=(const Window&) = delete;
+
+  const std::string& Name() const { return name_; }
+  const std::string& Caption() const { return caption_; }
+  void SetCaption(std::string caption);
+  bool Enabled() const { return enabled_; }
+  void SetEnabled(bool enabled);
+
+  void SetLayout(LayoutItem layout);
+  const LayoutItem& Layout() const { return layout_; }
+  const MenuBar* Menu() const { return menu_; }
+  const ToolBar* Tools() const { return tools_; }
+  StatusStrip* Status() const { return status_; }
+
+  // The control that scripts know by that name, such as "FList(2)"; null: none.
+  Control* Find(std::string_view name) const;
+  // In the order in which they were made.
+  const std::vector<Control*>& Controls() const { return controls_; }
+
+  // The desktop on which the window is or was shown; null before.
+  Desktop* OnDesktop() const { return desktop_; }
+
+  // A person presses a key: a short-cut of the menu, else the default or the cancel button (Return,
+  // Escape). False: the key means nothing to the window itself.
+  bool PressKey(const std::string& key);
+
+  // A file was dropped on the window.
+  std::function<void(const std::string& path)> onDrop;
+
+  // A person closes the window by its frame, or the program is to end. False keeps it open.
+  virtual bool QueryClose() { return true; }
+  // It is closed now, in whatever way; it is destroyed soon.
+  virtual void OnClosed() {}
+
+  // Long commands. While one runs, the window is disabled but for its strip; see ui/run.h.
+  bool Running() const { return runs_ > 0; }
+  bool StripShown() const { return stripShown_; }
+  double StripPercent() const { return stripPercent_; }
+  // A person presses Stop, or closes the window: the command ends at its next report.
+  void StopRun() { stopWanted_ = true; }
+
+  // Runs a handler; a run-time error in it ends in a message, and the program goes on.
+  void Dispatch(const Handler& handler);
+
+  void AttachView(WindowView* view) { view_ = view; }
+
+ private:
+  friend class Control;
+  friend class Desktop;
+  friend class MenuBar;
+  friend class ToolBar;
+  friend class StatusStrip;
+  friend class Run;
+
+  void Join(Control& control);
+  void Leave(Control& control);
+  void Attach(MenuBar& menu) { menu_ = &menu; }
+  void Attach(ToolBar& tools) { tools_ = &tools; }
+  void Attach(StatusStrip& status) { status_ = &status; }
+  void Refresh();
+
+  const std::string name_;
+  std::string caption_;
+  bool enabled_ = true;
+  LayoutItem layout_ = Column{};
+  std::map<std::string, Control*, std::less<>> byName_;
+  std::vector<Control*> controls_;
+  const MenuBar* menu_ = nullptr;
+  const ToolBar* tools_ = nullptr;
+  StatusStrip* status_ = nullptr;
+  Desktop* desktop_ = nullptr;
+  WindowView* view_ = nullptr;
+
+  int runs_ = 0;
+  bool stopWanted_ = false;
+  bool closeWhenIdle_ = false;
+  bool stripShown_ = false;
+  double stripPercent_ = 0;
+};
+
+}  // namespace ormel::ui
