@@ -7,6 +7,8 @@
 
 namespace ormel::ui {
 
+Desktop::Desktop(Screen* screen) : screen_(screen) {}
+
 Desktop::~Desktop() = default;
 
 void Desktop::Add(Window& window, Window* owner, bool modal) {

@@ -61,7 +61,7 @@ class Screen {
 class Desktop {
  public:
   // `screen` may be null, and outlives the desktop.
-  explicit Desktop(Screen* screen) : screen_(screen) {}
+  explicit Desktop(Screen* screen);
   virtual ~Desktop();
   Desktop(const Desktop&) = delete;
   Desktop& operator=(const Desktop&) = delete;

@@ -1,0 +1,64 @@
+#include "app/main_job.h"
+
+#include <ostream>
+
+#include "mapdata/palette.h"
+#include "mce/linear/composite_map.h"
+#include "mce/linear/composite_output.h"
+#include "mce/linear/composite_picture.h"
+#include "mce/linear/model_information.h"
+#include "movies/bitmap.h"
+
+namespace ormel {
+namespace {
+
+Outcome<> AccumulateAll(CompositeMap& map, const LinearModel& model, ProgressSink& progress,
+                        std::ostream& warnings) {
+  const int count = static_cast<int>(model.factors.size());
+  for (int i = 1; i <= count; ++i) {
+    ProgressSpan span(progress, 100.0 * (i - 1) / count, 100.0 * i / count);
+    const Outcome<std::string> read = map.AccumulateFactor(model, i, {}, span);
+    if (!read.Ok()) return read.Stop();
+    if (!read.Value().empty()) warnings << read.Value() << '\n';
+  }
+  return Done{};
+}
+
+Outcome<> WritePicture(const CompositeMap& map, const std::string& path, const Palette& palette,
+                       const Settings& settings) {
+  const MapPreview preview(map.Frame().ncols, map.Frame().nrows);
+  Canvas picture = preview.Blank();
+  DrawComposite(picture, preview, map, {palette, settings.constraintColor}, settings.decimalPlaces);
+  return WriteBitmap(picture, path);
+}
+
+}  // namespace
+
+Outcome<> RunMainJob(const MainJob& job, const Settings& settings, ProgressSink& progress,
+                     std::ostream& warnings) {
+  Palette palette;
+  if (!job.picture.empty()) {
+    const Outcome<int> colours = ReadPalette(settings.defaultPalette, palette);
+    if (!colours.Ok()) return colours.Stop();
+  }
+  const Outcome<LinearModel> read = ReadRunnableModel(job.model);
+  if (!read.Ok()) return read.Stop();
+  const LinearModel& model = read.Value();
+  Outcome<CompositeMap> begun = CompositeMap::Begin(model);
+  if (!begun.Ok()) return begun.Stop();
+  CompositeMap& map = begun.Value();
+  if (!map.MaskFailure().empty()) warnings << "Bad Constraint! " << map.MaskFailure() << '\n';
+
+  // Reading takes most of the time, and more the more factors there are.
+  const double reading = 100.0 - 100.0 / static_cast<double>(model.factors.size() + 1);
+  ProgressSpan readingSpan(progress, 0, reading);
+  const Outcome<> accumulated = AccumulateAll(map, model, readingSpan, warnings);
+  if (!accumulated.Ok()) return accumulated;
+  ProgressSpan writingSpan(progress, reading, 100);
+  const Outcome<> written =
+      WriteComposite(map, model, job.output, settings.decimalPlaces, writingSpan, {});
+  if (!written.Ok() || job.picture.empty()) return written;
+  return WritePicture(map, job.picture, palette, settings);
+}
+
+}  // namespace ormel

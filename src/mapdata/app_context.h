@@ -1,0 +1,17 @@
+// What the windows of the program share. Every window is handed it; there are no globals.
+#pragma once
+
+#include "mapdata/settings.h"
+
+namespace ormel {
+
+namespace ui {
+class Desktop;
+}
+
+struct AppContext {
+  ui::Desktop& desktop;
+  Settings& settings;
+};
+
+}  // namespace ormel

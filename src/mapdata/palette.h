@@ -1,0 +1,70 @@
+// Palettes: how a cell's value becomes a colour. A palette has 256 colours, numbered 0 to 255 like
+// the values of a scaled map. Its file (.ptf) is a text of 256 whole numbers, one a line, colour 0
+// first; a number is red + 256 * green + 65536 * blue.
+//
+// A cell without a colour number (NODATA, masked, outside an unscaled map's 0 to 255) is drawn in
+// the constraint colour, which is no part of the palette.
+#pragma once
+
+#include <array>
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "base/canvas.h"
+#include "base/colour.h"
+#include "base/outcome.h"
+#include "mapdata/raster.h"
+
+namespace ormel {
+
+inline constexpr int kPaletteColours = 256;
+
+struct Palette {
+  std::array<Colour, kPaletteColours> colours{};
+
+  // `number` from 0 to 255, as the routines below return it.
+  Colour operator[](int number) const { return colours[static_cast<std::size_t>(number)]; }
+};
+
+// "GOOD" when the file is there and holds exactly 256 numbers from 0 to 16777215, else "BAD". A
+// word counts as the number 0.
+std::string CheckPaletteFile(const std::filesystem::path& path);
+
+// Reads numbers into the colours from 0 upward, at most 256, and returns how many there were.
+// Fewer leave the other colours as they were, so that a damaged file can still be looked at. A
+// number is rounded half to even and limited to 32 bits; its low 24 bits are the colour. Fails when
+// the file cannot be opened or read; the colours read up to there stay.
+[[nodiscard]] Outcome<int> ReadPalette(const std::filesystem::path& path, Palette& palette);
+
+// The folder that palette dialogs offer, with a separator at its end.
+std::string PaletteFolder(std::string_view programFolder);
+
+// Draws the colours 1 to 255 side by side over the whole height, on a scale 256 units wide: colour
+// i from i - 1 to i, and as far beyond as its pen reaches. Colour 0 has no stroke.
+void DrawColourScale(Canvas& canvas, const Palette& palette);
+
+// The colour number of a value of a scaled map: the nearest whole number, ties to even (126.5 is
+// 126, 127.5 is 128). Values outside 0 to 255 take the nearer end.
+int ColourNumber(double value);
+
+// The colour number of a value of an unscaled map that is viewed as it stands. None outside 0 to
+// 255.
+std::optional<int> ColourNumberAsItStands(double value);
+
+// The colour numbers of an unscaled map that is viewed in a scaled version: its smallest value has
+// 0, its largest 255. A map with a single value has 0 everywhere.
+class UnscaledColours {
+ public:
+  explicit UnscaledColours(const RasterRange& range);
+
+  // `value` is a value of that map, not its NODATA.
+  int Number(double value) const;
+
+ private:
+  double min_;
+  double range_;
+};
+
+}  // namespace ormel

@@ -1,0 +1,48 @@
+#include "mapdata/path_text.h"
+
+namespace ormel {
+namespace {
+
+constexpr std::string_view kSeparators = "/\\";
+
+// Where the name behind the last separator begins.
+std::size_t NameStart(std::string_view path) {
+  const std::size_t separator = path.find_last_of(kSeparators);
+  return separator == std::string_view::npos ? 0 : separator + 1;
+}
+
+}  // namespace
+
+void RepairPath(std::string& path) {
+  for (std::size_t i = 1; i < path.size(); ++i) {
+    if (path[i] == path[i - 1] && kSeparators.find(path[i]) != std::string_view::npos) {
+      path.erase(i, 1);
+      return;
+    }
+  }
+}
+
+std::string FileNamePart(std::string_view path, bool withExtension) {
+  const std::string_view name = path.substr(NameStart(path));
+  return withExtension ? std::string(name) : RemoveExtension(name);
+}
+
+std::string RemoveExtension(std::string_view text) {
+  return std::string(text.substr(0, text.rfind('.')));
+}
+
+std::string ChangeExtension(std::string_view name, std::string_view extension) {
+  return RemoveExtension(name) + "." + std::string(extension);
+}
+
+std::string FolderPart(std::string_view path) {
+  return std::string(path.substr(0, NameStart(path)));
+}
+
+std::string JoinPath(std::string_view folder, std::string_view name) {
+  std::string path(folder);
+  if (!path.empty() && NameStart(path) != path.size()) path += '/';
+  return path.append(name);
+}
+
+}  // namespace ormel

@@ -1,0 +1,281 @@
+#include "mapdata/raster.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <limits>
+#include <span>
+#include <system_error>
+#include <utility>
+
+#include "mapdata/numbers.h"
+#include "mapdata/token_reader.h"
+
+namespace ormel {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr int kHeaderTokens = 100;       // looked at for the first cell of a map
+constexpr int kConstraintTokens = 1000;  // the same for a constraint
+constexpr int kNoDataLine = 6;
+constexpr const char* kBadConstraint = "Bad Constraint!";
+
+// Cells read between two reports of progress when rows do not matter.
+constexpr std::size_t kScanCells = 4096;
+constexpr std::size_t kCellsPerReport = 65536;
+
+// Up to this many cells a map may be larger than its file; beyond it a header that claims more
+// cells than the file has bytes is not believed.
+constexpr std::int64_t kCellsOnTrust = 100'000'000;
+
+// Passes over tokens until one is numeric, at most `most` of them. Returns how many stood before
+// it; `found` says whether there is one.
+int TokensBeforeNumber(TokenReader& reader, int most, bool& found) {
+  std::string_view token;
+  for (int count = 0; count < most; ++count) {
+    found = false;
+    if (!reader.Next(token)) return count;
+    found = IsNumeric(token);
+    if (found) return count;
+  }
+  return most;
+}
+
+// The text value of the next header line; empty when there is none.
+std::string NextHeaderText(TokenReader& reader) {
+  std::string line;
+  reader.ReadLine(line);
+  return std::string(TextBehindLastBlank(line));
+}
+
+// NODATA of the file when its header of `lines` lines has one; `reader` stands at its beginning,
+// and behind the header afterwards.
+std::optional<double> ReadNoData(TokenReader& reader, int lines) {
+  std::optional<double> nodata;
+  for (int line = 1; line <= lines; ++line) {
+    const std::string text = NextHeaderText(reader);
+    if (line == kNoDataLine) nodata = TextToNumber(text);
+  }
+  return nodata;
+}
+
+// One reading of a map, which keeps what it passes over.
+class RasterReading {
+ public:
+  RasterReading(const fs::path& path, TokenReader& reader, RasterRead& result)
+      : path_(path), reader_(reader), result_(result) {}
+
+  void ReadHeader(Grid<double>& cells) {
+    MapSpecs& specs = result_.map.specs;
+    specs.ncols = ReadSize("number of columns");
+    specs.nrows = ReadSize("number of rows");
+    MakeCells(cells);
+    const int lines = CountHeaderLines(path_);
+    const std::array<double*, 3> places = {&specs.xllcorner, &specs.yllcorner, &specs.cellsize};
+    for (int line = 3; line <= lines; ++line) {
+      const double value = TextToNumber(NextHeaderText(reader_));
+      if (line < kNoDataLine) *places[static_cast<std::size_t>(line - 3)] = value;
+      if (line == kNoDataLine) specs.nodata = value;
+    }
+  }
+
+  void ReadCells(Grid<double>& cells, ProgressSink& progress) {
+    const std::span<double> all = cells.Cells();
+    std::size_t held = 0;
+    while (held < all.size()) {
+      const std::size_t asked = std::min(kCellsPerReport, all.size() - held);
+      const std::size_t count = reader_.ReadNumbers(all.subspan(held, asked));
+      held += count;
+      if (count < asked) break;
+      if (!progress.Report(100.0 * static_cast<double>(held) / static_cast<double>(all.size()))) {
+        result_.wasCancelled = true;
+        return;
+      }
+    }
+    if (held < all.size()) FillBehind(all, held);
+  }
+
+ private:
+  std::int16_t ReadSize(const char* name) {
+    const std::string text = NextHeaderText(reader_);
+    const double value = HalfEvenRound(TextToNumber(text));
+    using Limits = std::numeric_limits<std::int16_t>;
+    if (value >= Limits::min() && value <= Limits::max()) return static_cast<std::int16_t>(value);
+    Skip(std::string("the ") + name + " is out of range: " + text);
+    return 0;
+  }
+
+  void MakeCells(Grid<double>& cells) {
+    const MapSpecs& specs = result_.map.specs;
+    cells = {};
+    const std::int64_t count = std::int64_t{std::max<std::int16_t>(specs.ncols, 0)} *
+                               std::max<std::int16_t>(specs.nrows, 0);
+    std::error_code error;
+    const std::uintmax_t bytes = fs::file_size(path_, error);
+    if (count > kCellsOnTrust && !error && bytes < static_cast<std::uintmax_t>(count)) {
+      return Skip("the file is too short for " + std::to_string(count) + " cells");
+    }
+    Outcome<Grid<double>> made = MakeGrid<double>(specs.ncols, specs.nrows);
+    if (!made.Ok()) return Skip(made.Text());
+    cells = std::move(made.Value());
+  }
+
+  // A short file gives its last cell to all that are missing: programs that read its maps rely on
+  // it.
+  void FillBehind(std::span<double> all, std::size_t held) {
+    const double last = held > 0 ? all[held - 1] : 0;
+    std::fill(all.begin() + static_cast<std::ptrdiff_t>(held), all.end(), last);
+    Skip("holds " + std::to_string(held) + " of " + std::to_string(all.size()) + " cells");
+    if (!reader_.Error().empty()) result_.skipped.push_back(reader_.Error());
+  }
+
+  void Skip(const std::string& reason) {
+    result_.skipped.push_back(path_.string() + ": " + reason);
+  }
+
+  const fs::path& path_;
+  TokenReader& reader_;
+  RasterRead& result_;
+};
+
+// Reads the map into `cells`; the cells of the result stay empty.
+RasterRead ReadMap(const fs::path& path, Grid<double>& cells, ProgressSink& progress) {
+  RasterRead result;
+  Outcome<TokenReader> reader = TokenReader::Open(path);
+  if (!reader.Ok()) {
+    cells = {};
+    result.skipped.push_back(reader.Text());
+    return result;
+  }
+  RasterReading reading(path, reader.Value(), result);
+  reading.ReadHeader(cells);
+  reading.ReadCells(cells, progress);
+  return result;
+}
+
+// Gives all cells from here to the end of the file to `take`, a span of them at a time, until it
+// says false.
+template <class Take>
+Outcome<> TakeCells(TokenReader& reader, ProgressSink& progress, Take take) {
+  std::array<double, kScanCells> cells;
+  for (;;) {
+    const std::size_t count = reader.ReadNumbers(cells);
+    if (!reader.Error().empty()) return Failure{FailureKind::kDisk, reader.Error()};
+    if (!take(std::span<const double>(cells).first(count))) return Done{};
+    if (count < cells.size()) return Done{};
+    if (!progress.Report(reader.Percent())) return Cancelled{};
+  }
+}
+
+}  // namespace
+
+std::string_view TextBehindLastBlank(std::string_view line) {
+  const auto blank = std::find_if(line.rbegin(), line.rend(), IsBlank);
+  return line.substr(static_cast<std::size_t>(line.rend() - blank));
+}
+
+int CountHeaderLines(const fs::path& path) {
+  Outcome<TokenReader> reader = TokenReader::Open(path);
+  bool found = false;
+  return reader.Ok() ? TokensBeforeNumber(reader.Value(), kHeaderTokens, found) : 0;
+}
+
+Outcome<HeaderTexts> ReadHeaderTexts(const fs::path& path, int lines) {
+  Outcome<TokenReader> reader = TokenReader::Open(path);
+  if (!reader.Ok()) return reader.Stop();
+  HeaderTexts header;
+  for (int line = 1; line <= lines; ++line) {
+    header.values.push_back(NextHeaderText(reader.Value()));
+  }
+  if (!reader.Value().Error().empty()) {
+    return Failure{FailureKind::kDisk, reader.Value().Error()};
+  }
+  return header;
+}
+
+std::string ReadNoDataText(const fs::path& path) {
+  if (CountHeaderLines(path) < kNoDataLine) return {};
+  Outcome<HeaderTexts> header = ReadHeaderTexts(path, kNoDataLine);
+  return header.Ok() ? header.Value().values.back() : std::string();
+}
+
+RasterRead ReadRaster(const fs::path& path, ProgressSink& progress) {
+  Grid<double> cells;
+  RasterRead result = ReadMap(path, cells, progress);
+  result.map.cells = std::move(cells);
+  return result;
+}
+
+RasterRead ReadRaster(const fs::path& path) {
+  NoProgress quiet;
+  return ReadRaster(path, quiet);
+}
+
+RasterCellsRead ReadRasterCells(const fs::path& path, Grid<double>& cells, ProgressSink& progress) {
+  RasterRead result = ReadMap(path, cells, progress);
+  return {result.map.specs.nodata, std::move(result.skipped), result.wasCancelled};
+}
+
+Outcome<> ReadRasterInto(const fs::path& path, Grid<double>& cells, int ncols, int nrows,
+                         ProgressSink& progress) {
+  const Failure bad{FailureKind::kDamaged, kBadConstraint};
+  Outcome<TokenReader> reader = TokenReader::Open(path);
+  if (!reader.Ok() || ncols > cells.Columns() || nrows > cells.Rows()) return bad;
+  reader.Value().SkipLines(CountHeaderLines(path));
+  if (ncols < 1) return Done{};
+  const auto count = static_cast<std::size_t>(ncols);
+  for (int row = 1; row <= nrows; ++row) {
+    if (reader.Value().ReadNumbers(cells.Row(row).first(count)) < count) return bad;
+    if (row % 64 == 0 && !progress.Report(100.0 * row / nrows)) return Cancelled{};
+  }
+  return Done{};
+}
+
+Outcome<RasterRange> ScanRasterRange(const fs::path& path, ProgressSink& progress) {
+  Outcome<TokenReader> reader = TokenReader::Open(path);
+  if (!reader.Ok()) return reader.Stop();
+  const std::optional<double> nodata = ReadNoData(reader.Value(), CountHeaderLines(path));
+  constexpr double kUnset = std::numeric_limits<double>::infinity();
+  double min = kUnset;
+  double max = -kUnset;
+  const Outcome<> done = TakeCells(reader.Value(), progress, [&](std::span<const double> cells) {
+    for (const double value : cells) {
+      if (nodata && value == *nodata) continue;
+      min = std::min(min, value);
+      max = std::max(max, value);
+    }
+    return true;
+  });
+  if (!done.Ok()) return done.Stop();
+  RasterRange range;
+  if (min <= max) range = {min == 0 && max == 255, min, max};
+  // Callers divide by the width of the range.
+  if (range.min == range.max) range.max = range.min + 0.1;
+  return range;
+}
+
+Outcome<bool> IsValidConstraintFile(const fs::path& path, ProgressSink& progress) {
+  Outcome<TokenReader> counter = TokenReader::Open(path);
+  if (!counter.Ok()) return counter.Stop();
+  bool found = false;
+  int lines = TokensBeforeNumber(counter.Value(), kConstraintTokens, found);
+  if (!found && lines < kConstraintTokens) {
+    return Failure{FailureKind::kDamaged, path.string() + ": holds no number"};
+  }
+  if (!found) --lines;  // the last token looked at counts as the first cell
+  Outcome<TokenReader> reader = TokenReader::Open(path);
+  if (!reader.Ok()) return reader.Stop();
+  const std::optional<double> nodata = ReadNoData(reader.Value(), lines);
+  bool valid = true;
+  const Outcome<> done = TakeCells(reader.Value(), progress, [&](std::span<const double> cells) {
+    valid = std::all_of(cells.begin(), cells.end(), [&](double value) {
+      return value == 0 || value == 1 || (nodata && value == *nodata);
+    });
+    return valid;
+  });
+  if (!done.Ok()) return done.Stop();
+  return valid;
+}
+
+}  // namespace ormel

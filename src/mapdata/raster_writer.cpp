@@ -1,0 +1,83 @@
+#include "mapdata/raster_writer.h"
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+
+namespace ormel {
+namespace {
+
+struct StyleKeys {
+  std::array<std::string_view, 5> keys;
+  std::string_view nodataKey;      // empty: never written
+  std::string_view nodataDefault;  // written when there is no value; empty: then no line is
+};
+
+constexpr std::array<std::string_view, 5> kWide14Keys = {
+    "ncols         ", "nrows         ", "xllcorner     ", "yllcorner     ", "cellsize      "};
+
+// In the order of HeaderStyle. The NODATA keys do not line up with the others of their style: files
+// have always been written so.
+constexpr StyleKeys kStyles[] = {
+    {kWide14Keys, "", ""},
+    {kWide14Keys, "NODATA_value  ", ""},
+    {kWide14Keys, "NO_DATA value  ", "0"},
+    {{"ncols       ", "nrows       ", "xllcorner   ", "yllcorner   ", "cellsize    "},
+     "NODATA    ",
+     ""},
+    {{"ncols           ", "nrows           ", "xllcorner       ", "yllcorner       ",
+      "cellsize        "},
+     "nodata          ",
+     ""},
+    {{"ncols ", "nrows ", "xllcorner ", "yllcorner ", "cellsize "}, "NODATA_value ", "-9999"},
+};
+
+constexpr std::string_view kLineEnd = "\r\n";
+
+void AppendLine(std::string& text, std::string_view key, std::string_view value) {
+  text.append(key).append(value).append(kLineEnd);
+}
+
+}  // namespace
+
+std::string HeaderText(HeaderStyle style, const HeaderValues& values) {
+  const StyleKeys& keys = kStyles[static_cast<std::size_t>(style)];
+  const std::string* const texts[] = {&values.ncols, &values.nrows, &values.xllcorner,
+                                      &values.yllcorner, &values.cellsize};
+  std::string text;
+  for (std::size_t i = 0; i < keys.keys.size(); ++i) AppendLine(text, keys.keys[i], *texts[i]);
+  const std::string nodata = values.nodata.value_or(std::string(keys.nodataDefault));
+  if (!keys.nodataKey.empty() && (values.nodata || !nodata.empty())) {
+    AppendLine(text, keys.nodataKey, nodata);
+  }
+  return text;
+}
+
+char* RowText::Room() {
+  if (buffer_.size() - used_ < kNumberTextLimit + 1) {
+    constexpr std::size_t kSmallestBuffer = 4096;
+    buffer_.resize(std::max(2 * buffer_.size(), kSmallestBuffer));
+  }
+  char* place = buffer_.data() + used_;
+  *place = ' ';
+  return place + 1;
+}
+
+void RowText::Keep(const char* end) { used_ = static_cast<std::size_t>(end - buffer_.data()); }
+
+void RowText::Add(double value) { Keep(WriteNumber(Room(), value)); }
+
+void RowText::Add(float value) { Keep(WriteNumber(Room(), value)); }
+
+void RowText::AddRounded(double value, int places) { Keep(WriteRounded(Room(), value, places)); }
+
+std::string_view RowText::Finish() {
+  char* place = Room() - 1;
+  place[0] = kLineEnd[0];
+  place[1] = kLineEnd[1];
+  const std::size_t size = used_ + kLineEnd.size();
+  used_ = 0;
+  return {buffer_.data(), size};
+}
+
+}  // namespace ormel

@@ -1,0 +1,104 @@
+// The linear multi-criteria evaluation: the weighted sum of factor maps under a mask of
+// constraints, scaled to 0 to 255.
+//
+//   S = sum over the factors i, in list order, of W(i) * T(i),  T(i) = v(i) or 255 - v(i)
+//   value = 255 * (S - min) / (max - min)
+//
+// The sum is not divided by the sum of the weights, because the scaling takes every common factor
+// out again. It is computed in double precision and kept in single precision after each factor: one
+// grid of 4 bytes a cell and a mask of 1 are all the memory that a model of any number of factors
+// takes. Files are read once, through a fixed buffer.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <limits>
+#include <optional>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "base/grid.h"
+#include "base/outcome.h"
+#include "base/progress_sink.h"
+#include "mapdata/raster_rows.h"
+#include "mapdata/raster_writer.h"
+#include "mce/linear/linear_model.h"
+
+namespace ormel {
+
+// Where a model's maps lie: the header of its first factor.
+struct ModelFrame {
+  int ncols = 0;
+  int nrows = 0;
+  double xllcorner = 0;
+  double yllcorner = 0;
+  double cellsize = 0;
+  HeaderValues texts;  // as they are written: X and Y as default text, the others as they were read
+};
+
+// Sees the cells of a row (from 1, west to east) as they count: NODATA and values outside 0 to 255
+// are 0. Cells under the mask are seen as well. At the end of a file that is too short the row has
+// the cells that are there.
+using RowWatcher = std::function<void(int row, std::span<const double> values)>;
+
+class CompositeMap {
+ public:
+  // Reads the headers and builds the mask; every sum is 0. Fails when the model has no factor, when
+  // the first one cannot be read, and when its size is no size of a map (1 to 32767 each way) or
+  // does not fit into the memory.
+  [[nodiscard]] static Outcome<CompositeMap> Begin(const LinearModel& model);
+
+  const ModelFrame& Frame() const { return frame_; }
+  bool Allowed(int column, int row) const { return mask_(column, row) != 0; }
+  const Grid<std::uint8_t>& Mask() const { return mask_; }
+  // Why the constraints could not be used; the model then runs unconstrained. Empty: they are.
+  const std::string& MaskFailure() const { return maskFailure_; }
+
+  // Adds the cells of factor `index` (from 1). A file that is missing or ends early stops nothing:
+  // its missing cells add nothing, and the value says what was passed over (empty: nothing).
+  [[nodiscard]] Outcome<std::string> AccumulateFactor(const LinearModel& model, int index,
+                                                      const RowWatcher& watcher,
+                                                      ProgressSink& progress);
+
+  // Reads a factor as AccumulateFactor() does, for its picture alone.
+  [[nodiscard]] Outcome<std::string> ReadFactor(const LinearModel& model, int index,
+                                                const RowWatcher& watcher,
+                                                ProgressSink& progress) const;
+
+  // How the file of factor `index` is read: its header lines are those it had when the model began.
+  RowsToRead RowsOf(const LinearModel& model, int index) const;
+
+  // The last allowed cell of the last factor held a value outside 0 to 255 that is not NODATA. The
+  // warning tells of this cell and of no other: users know it so, and it is kept.
+  bool OutOfRange() const { return outOfRange_; }
+
+  // What the sums are scaled with. Max is the largest of all sums, those before the last factor
+  // included; min is the smallest final one. A negative weight can thus leave the top of the scale
+  // unused, which is required: maps of different runs stay comparable. min < max always.
+  struct Limits {
+    double min = 0;
+    double max = 0;
+  };
+  Limits ScaleLimits() const;
+
+  // The scaled values of a row, not rounded; masked cells are 0. `values` holds a row.
+  void ScaledRow(int row, const Limits& limits, std::span<double> values) const;
+
+ private:
+  CompositeMap(ModelFrame frame, std::vector<int> headerLines)
+      : frame_(std::move(frame)), headerLines_(std::move(headerLines)) {}
+
+  void NoteLastAllowed(int row, std::span<const double> values, double nodata);
+
+  ModelFrame frame_;
+  std::vector<int> headerLines_;  // of each factor file
+  Grid<float> sums_;
+  Grid<std::uint8_t> mask_;
+  std::string maskFailure_;
+  double largest_ = -std::numeric_limits<double>::infinity();
+  double smallest_ = std::numeric_limits<double>::infinity();
+  bool outOfRange_ = false;
+};
+
+}  // namespace ormel

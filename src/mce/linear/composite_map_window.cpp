@@ -1,0 +1,480 @@
+#include "mce/linear/composite_map_window.h"
+
+#include <algorithm>
+#include <cctype>
+#include <cmath>
+
+#include "base/file_writer.h"
+#include "mapdata/numbers.h"
+#include "mapdata/path_text.h"
+#include "mapdata/raster.h"
+#include "mce/linear/composite_output.h"
+#include "mce/linear/composite_picture.h"
+#include "movies/bitmap.h"
+#include "ui/desktop.h"
+#include "ui/run.h"
+#include "ui/save_dialog.h"
+
+namespace ormel {
+namespace {
+
+using ui::Column;
+using ui::Frame;
+using ui::Row;
+using ui::Share;
+using ui::Stretch;
+using ui::Table;
+
+constexpr int kScaleWidth = 512;  // pixels of the colour scale
+constexpr int kScaleHeight = 18;
+constexpr int kCompositeNumber = 102;  // of the composite's picture, in scripts
+constexpr double kTop = 255;
+
+constexpr char kRasterFilter[] = "ASCII Raster (*.asc)|*.asc";
+constexpr char kExportFilter[] = "ASCII Raster (.asc)|*.asc|Bitmap (.bmp)|*.bmp";
+constexpr char kBitmapFilter[] = "Bitmap (.bmp)|*.bmp";
+constexpr char kPaletteFilter[] = "Palette Files (.ptf)|*.ptf";
+constexpr int kBitmapChosen = 2;  // entry of the export filter
+
+bool MeansDefault(std::string palette) {
+  std::transform(palette.begin(), palette.end(), palette.begin(),
+                 [](unsigned char letter) { return static_cast<char>(std::tolower(letter)); });
+  return palette == "default";
+}
+
+// Factor pictures are numbered like the factors. The composite's number is taken, so that the
+// pictures of very large models go round it.
+int PictureNumber(int factor) { return factor < kCompositeNumber ? factor : factor + 1; }
+
+void ReplaceEnding(std::string& path, const char* ending) {
+  path.replace(path.size() - std::min<std::size_t>(path.size(), 3), std::string::npos, ending);
+}
+
+}  // namespace
+
+FrmDraw::FrmDraw(AppContext& app, std::shared_ptr<const LinearModel> model)
+    : Window("frmDraw", "Factor and MCE Viewer"),
+      app_(app),
+      modelHeld_(std::move(model)),
+      model_(*modelHeld_) {
+  CV.SetColour(app_.settings.constraintColor);
+  CV.SetToolTip("Colour of cells that the constraints forbid; click to change it");
+  cmdExpBmp.SetEnabled(false);
+  cmdExpBmp.SetToolTip("Save the suitability map as a raster or a picture");
+  cmdGenerate.SetDefault();
+  PSclP.SetStripHeight(kScaleHeight);
+  for (ui::Label* label : {&lblScaleMin, &lblScaleMax}) label->SetVisible(false);
+  ConnectHandlers();
+  LayOut();
+}
+
+FrmDraw::~FrmDraw() = default;
+
+void FrmDraw::ConnectHandlers() {
+  cmdGenerate.onClick = [this] { Generate(); };
+  cmdExpBmp.onClick = [this] { ExportComposite(); };
+  cmdCGP.onClick = [this] { ChangeCompositePalette(); };
+  cmdDispSel.onClick = [this] { DisplaySelected(); };
+  PList.onDoubleClick = [this] { DisplaySelected(); };
+  cmdExport.onClick = [this] { ExportFactors(); };
+  cmdCP.onClick = [this] { ChangeFactorPalettes(); };
+  ckLoadData.onClick = [this] { LoadShownData(); };
+  CV.onClick = [this] { ChangeConstraintColour(); };
+  cmdReturn.onClick = [this] {
+    app_.desktop.Close(*this);
+    if (onReturnToBuilder) onReturnToBuilder();
+  };
+  cmdExit.onClick = [this] { app_.desktop.CloseByFrame(*this); };
+}
+
+bool FrmDraw::QueryClose() {
+  if (onExitToMain) onExitToMain();
+  return true;
+}
+
+void FrmDraw::LayOut() {
+  Column map;
+  for (Shown& shown : pictures_) map.items.push_back(Share(1, *shown.picture));
+  map.items.push_back(Row{lblScaleMin, Share(1, PSclP), lblScaleMax});
+  map.items.push_back(Frame{"Under the mouse",
+                            Row{"X:", Share(1, lblX), "Y:", Share(1, lblY), "Value:",
+                                Share(1, lblValue), "Weighted Value:", Share(1, lblWeightedValue)},
+                            ckLoadData});
+  SetLayout(Row{Share(3, map),
+                Share(1, Column{Frame{"On show", Table{{"File:", lblFile},
+                                                       {"Weight:", lblWeight},
+                                                       {"Palette:", lblPalette},
+                                                       {"Size:", lblColumns},
+                                                       {"", lblRows},
+                                                       {"Cell size:", lblCellSize},
+                                                       {"Lower left:", lblCorner}}},
+                                Frame{"Suitability map", cmdGenerate, Row{cmdExpBmp, cmdCGP}},
+                                Frame{"Factors", PList, Row{cmdDispSel, cmdExport, cmdCP}},
+                                Frame{"Constraints", CList, Row{"Colour:", CV, Stretch{}}},
+                                Row{Stretch{}, cmdReturn, cmdExit}})});
+}
+
+// ---- Start ----------------------------------------------------------------------------------
+
+Outcome<> FrmDraw::Start(ProgressSink& progress) {
+  const std::string palettePath =
+      MeansDefault(model_.palette) ? app_.settings.defaultPalette : model_.palette;
+  Palette palette;
+  const Outcome<int> colours = ReadPalette(palettePath, palette);
+  if (!colours.Ok()) return colours.Stop();
+  Outcome<CompositeMap> map = CompositeMap::Begin(model_);
+  if (!map.Ok()) return map.Stop();
+  map_ = std::move(map.Value());
+  Outcome<Grid<float>> display = MakeGrid<float>(map_->Frame().ncols, map_->Frame().nrows);
+  if (!display.Ok()) return display.Stop();
+  display_ = std::move(display.Value());
+
+  MakePictures(palettePath, palette);
+  LayOut();
+  ShowModelLabels();
+  if (!map_->MaskFailure().empty()) app_.desktop.Message("Bad Constraint!");
+  const Outcome<> drawn = DrawFactors(progress);
+  if (!drawn.Ok()) return drawn;
+
+  PutOnShow(1);
+  ProgressSpan end(progress, 100, 100);
+  const Outcome<> loaded = LoadDisplayGrid(map_->RowsOf(model_, 1), 1, end);
+  if (!loaded.Ok()) return loaded;
+  if (map_->OutOfRange()) {
+    app_.desktop.Message(
+        "Some of the Data Had Values Outside of the Acceptable 0-255 Range. These values were "
+        "evaluated as 0's.");
+  }
+  return Done{};
+}
+
+void FrmDraw::MakePictures(const std::string& palettePath, const Palette& palette) {
+  preview_.emplace(map_->Frame().ncols, map_->Frame().nrows);
+  for (int index = kComposite; index <= FactorCount(); ++index) {
+    const int number = index == kComposite ? kCompositeNumber : PictureNumber(index);
+    auto picture =
+        std::make_unique<ui::Picture>(*this, "PreviewPicture(" + std::to_string(number) + ")");
+    picture->SetImage(preview_->Blank());
+    picture->SetVisible(false);
+    picture->onMouse = [this](const ui::MouseEvent& event) { ReadOut(event); };
+    pictures_.push_back({std::move(picture), palettePath, palette});
+  }
+}
+
+void FrmDraw::ShowModelLabels() {
+  const ModelFrame& frame = map_->Frame();
+  const int places = app_.settings.decimalPlaces;
+  lblColumns.SetCaption(std::to_string(frame.ncols) + " columns");
+  lblRows.SetCaption(std::to_string(frame.nrows) + " rows");
+  lblCellSize.SetCaption(frame.texts.cellsize);
+  lblCorner.SetCaption(NumberText(HalfEvenRound(frame.xllcorner, places)) + ", " +
+                       NumberText(HalfEvenRound(frame.yllcorner, places)));
+  std::vector<std::string> names;
+  for (const LinearFactor& factor : model_.factors) names.push_back(factor.name);
+  PList.SetItems(std::move(names));
+  CList.SetItems(model_.constraints);
+}
+
+Outcome<> FrmDraw::DrawFactors(ProgressSink& progress) {
+  for (int i = 1; i <= FactorCount(); ++i) {
+    ProgressSpan span(progress, 100.0 * (i - 1) / FactorCount(), 100.0 * i / FactorCount());
+    const Outcome<std::string> read = map_->AccumulateFactor(model_, i, FactorPainter(i), span);
+    if (!read.Ok()) return read.Stop();
+    // What a file does not hold adds nothing and stops nothing, but the user shall know.
+    if (!read.Value().empty()) status.SetText(1, read.Value());
+  }
+  return Done{};
+}
+
+RowWatcher FrmDraw::FactorPainter(int index) {
+  return [this, index](int row, std::span<const double> values) {
+    Shown& shown = PictureOf(index);
+    DrawModelRow(shown.picture->Drawing(), *preview_, *map_, {shown.palette, CV.Value()}, row,
+                 values);
+  };
+}
+
+void FrmDraw::PaintComposite() {
+  Shown& shown = PictureOf(kComposite);
+  DrawComposite(shown.picture->Drawing(), *preview_, *map_, {shown.palette, CV.Value()},
+                app_.settings.decimalPlaces);
+  shown.picture->Repaint();
+}
+
+// ---- The suitability map ----------------------------------------------------------------------
+
+void FrmDraw::Generate() {
+  if (!generated_) {
+    std::string path;
+    switch (app_.desktop.Ask("Generate Output File?", "Generate Weighted Map",
+                             ui::Buttons::kYesNoCancel)) {
+      case ui::Answer::kYes: {
+        const auto choice = ui::AskSaveFile(
+            app_.desktop,
+            {"Select Output Image", kRasterFilter, "asc", app_.settings.workingDirectory, "*.asc"},
+            {.title = "Set Output File"});
+        if (!choice) return;
+        path = choice->Path();
+        break;
+      }
+      case ui::Answer::kNo:
+        break;
+      default:
+        return;
+    }
+    if (!ScaleTo(path)) return;
+  }
+  DisplayComposite();
+}
+
+// Scales into the file at `path`, or into memory when it is empty.
+bool FrmDraw::ScaleTo(const std::string& path) {
+  ui::Run run(*this);
+  displayHolds_ = kNothing;
+  const auto keep = [this](int row, std::span<double> values) {
+    const std::span<float> cells = display_.Row(row);
+    for (std::size_t i = 0; i < values.size(); ++i) {
+      cells[i] = static_cast<float>(HalfEvenRound(values[i], app_.settings.decimalPlaces));
+    }
+  };
+  const Outcome<> scaled =
+      path.empty() ? ScaleComposite(*map_, run, keep)
+                   : WriteComposite(*map_, model_, path, app_.settings.decimalPlaces, run, keep);
+  if (!run.Report(scaled)) return false;
+  if (path.empty()) retained_ = display_;
+  displayHolds_ = kComposite;
+  outputPath_ = path;
+  generated_ = true;
+  cmdExpBmp.SetEnabled(true);
+  cmdGenerate.SetCaption(path.empty() ? "Display Generated"
+                                      : "Display " + FileNamePart(path, true));
+  return true;
+}
+
+void FrmDraw::DisplayComposite() {
+  Shown& composite = PictureOf(kComposite);
+  if (!ReadPalette(composite.palettePath, composite.palette).Ok()) {
+    status.SetText(1, "The palette " + composite.palettePath + " cannot be read any more.");
+  }
+  if (shown_ == kComposite) return;
+  PaintComposite();
+  PutOnShow(kComposite);
+  LoadShownData();
+}
+
+void FrmDraw::DisplaySelected() {
+  const int selected = PList.FirstSelected();
+  if (selected == 0 || selected == shown_) return;
+  PutOnShow(selected);
+  LoadShownData();
+}
+
+void FrmDraw::PutOnShow(int index) {
+  if (shown_ != kNothing) PictureOf(shown_).picture->SetVisible(false);
+  shown_ = index;
+  PictureOf(index).picture->SetVisible(true);
+  PictureOf(index).picture->Repaint();
+  for (ui::Label* label : {&lblScaleMin, &lblScaleMax}) label->SetVisible(true);
+  ShowPictureLabels();
+}
+
+// What depends on the picture on show: its colour scale, file, weight and palette.
+void FrmDraw::ShowPictureLabels() {
+  const Shown& shown = PictureOf(shown_);
+  Canvas scale(kScaleWidth, kScaleHeight);
+  DrawColourScale(scale, shown.palette);
+  PSclP.SetImage(std::move(scale));
+  lblPalette.SetCaption(FileNamePart(shown.palettePath, true));
+  const bool composite = shown_ == kComposite;
+  lblFile.SetCaption(composite ? CompositeName() : Factor(shown_).name);
+  lblWeight.SetCaption(composite ? "" : std::to_string(Factor(shown_).weight));
+}
+
+std::string FrmDraw::CompositeName() const {
+  return outputPath_.empty() ? "(not saved)" : FileNamePart(outputPath_, true);
+}
+
+// ---- Values under the mouse -------------------------------------------------------------------
+
+void FrmDraw::LoadShownData() {
+  if (!ckLoadData.Checked() || shown_ == kNothing || displayHolds_ == shown_) return;
+  if (shown_ == kComposite && outputPath_.empty()) {
+    display_ = retained_;
+    displayHolds_ = kComposite;
+    return;
+  }
+  ui::Run run(*this);
+  run.Report(LoadDisplayGrid(shown_ == kComposite ? CompositeRows() : map_->RowsOf(model_, shown_),
+                             shown_, run));
+}
+
+RowsToRead FrmDraw::CompositeRows() const {
+  return {outputPath_, CountHeaderLines(outputPath_), map_->Frame().ncols, map_->Frame().nrows};
+}
+
+Outcome<> FrmDraw::LoadDisplayGrid(const RowsToRead& rows, int index, ProgressSink& progress) {
+  displayHolds_ = kNothing;
+  display_.Fill(0);
+  displayNoData_ = kNoNoData;
+  const Outcome<std::string> read =
+      ReadRows(rows, progress, [this](int row, std::span<double> cells, double nodata) {
+        displayNoData_ = nodata;
+        const std::span<float> display = display_.Row(row);
+        for (std::size_t i = 0; i < cells.size(); ++i) {
+          const bool allowed = map_->Allowed(static_cast<int>(i) + 1, row);
+          const double value = HalfEvenRound(cells[i], app_.settings.decimalPlaces);
+          display[i] = static_cast<float>(cells[i] == nodata ? nodata : allowed ? value : 0.0);
+        }
+      });
+  if (!read.Ok()) return read.Stop();
+  displayHolds_ = index;
+  return Done{};
+}
+
+void FrmDraw::ReadOut(const ui::MouseEvent& event) {
+  const ModelFrame& frame = map_->Frame();
+  const double x = preview_->CellX(event.x);
+  const double y = preview_->CellY(event.y);
+  const int column = static_cast<int>(std::floor(x)) + 1;
+  const int row = static_cast<int>(std::floor(y)) + 1;
+  const auto rounded = [this](double value) {
+    return NumberText(HalfEvenRound(value, app_.settings.decimalPlaces));
+  };
+  lblX.SetCaption(rounded(frame.xllcorner + frame.cellsize * x));
+  lblY.SetCaption(rounded(frame.yllcorner + frame.cellsize * (frame.nrows - y)));
+  // Without the map's own data a value would be that of another map.
+  const bool known = displayHolds_ == shown_ && display_.Holds(column, row);
+  lblValue.SetCaption(known ? NumberText(display_(column, row)) : "");
+  lblWeightedValue.SetCaption(!known ? ""
+                              : shown_ == kComposite
+                                  ? lblValue.Caption()
+                                  : rounded(WeightedValue(display_(column, row))));
+}
+
+// What a cell adds to the sum. NODATA and values outside 0 to 255 count as 0.
+double FrmDraw::WeightedValue(double value) const {
+  const LinearFactor& factor = Factor(shown_);
+  if (value < 0 || value > kTop || value == displayNoData_) value = 0;
+  return factor.weight * (factor.highValuesGood ? value : kTop - value);
+}
+
+// ---- Exports ------------------------------------------------------------------------------------
+
+void FrmDraw::ExportComposite() {
+  ui::FileDialog dialog{"Export Composite Map", kExportFilter, "bmp",
+                        app_.settings.workingDirectory, "*.bmp"};
+  if (!outputPath_.empty()) {
+    dialog.folder = FolderPart(outputPath_);
+    dialog.name = model_.title.empty() ? "Composite" : model_.title;
+  }
+  const auto choice = ui::AskSaveFile(app_.desktop, dialog, {.title = "Save As Bitmap"},
+                                      [](ui::FileChoice& chosen) {
+                                        if (chosen.filterIndex == kBitmapChosen)
+                                          ReplaceEnding(chosen.paths.front(), "bmp");
+                                      });
+  if (!choice) return;
+  ui::Run run(*this);
+  if (choice->filterIndex == kBitmapChosen) {
+    run.Report(WriteBitmap(PictureOf(kComposite).picture->Image(), choice->Path()));
+    return;
+  }
+  if (!run.Report(WriteCompositeRaster(choice->Path(), run))) return;
+  retained_ = {};
+  outputPath_ = choice->Path();
+  if (shown_ == kComposite) ShowPictureLabels();
+}
+
+// The cells are written as they stand, in single precision: a second rounding could change them.
+Outcome<> FrmDraw::WriteCompositeRaster(const std::string& path, ProgressSink& progress) {
+  if (!outputPath_.empty() && (shown_ != kComposite || !ckLoadData.Checked())) {
+    const Outcome<> loaded = LoadDisplayGrid(CompositeRows(), kComposite, progress);
+    if (!loaded.Ok()) return loaded;
+  }
+  const Grid<float>& cells = outputPath_.empty() ? retained_ : display_;
+  Outcome<FileWriter> opened = FileWriter::Open(path);
+  if (!opened.Ok()) return opened.Stop();
+  FileWriter& writer = opened.Value();
+  writer.Write(HeaderText(HeaderStyle::kWide14, map_->Frame().texts));
+  RowText text;
+  for (int row = 1; row <= cells.Rows(); ++row) {
+    for (const float value : cells.Row(row)) text.Add(value);
+    writer.Write(text.Finish());
+    if (row % 5 == 0 && !progress.Report(100.0 * row / cells.Rows())) return Cancelled{};
+  }
+  return writer.Commit();
+}
+
+void FrmDraw::ExportFactors() {
+  for (const int index : PList.Selected()) {
+    const std::string& entry = PList.Item(index);
+    const auto choice =
+        ui::AskSaveFile(app_.desktop,
+                        {"Export " + entry, kBitmapFilter, "bmp",
+                         exportFolder_.empty() ? app_.settings.workingDirectory : exportFolder_,
+                         ChangeExtension(entry, "bmp")},
+                        {.title = "Save As Bitmap"});
+    if (!choice) return;
+    exportFolder_ = FolderPart(choice->Path());
+    ui::Run run(*this);
+    if (!run.Report(WriteBitmap(PictureOf(index).picture->Image(), choice->Path()))) return;
+  }
+}
+
+// ---- Palettes and the constraint colour ---------------------------------------------------------
+
+std::optional<std::string> FrmDraw::AskPalette(Palette& palette) {
+  const std::string folder = PaletteFolder(app_.settings.programFolder);
+  while (true) {
+    const auto choice =
+        app_.desktop.OpenFile({"Select Palette", kPaletteFilter, "", folder, "*.ptf"});
+    if (!choice) return std::nullopt;
+    if (CheckPaletteFile(choice->Path()) == "GOOD" && ReadPalette(choice->Path(), palette).Ok()) {
+      return choice->Path();
+    }
+    app_.desktop.Message("Not a valid palette file, please choose another.");
+  }
+}
+
+void FrmDraw::ChangeFactorPalettes() {
+  const std::vector<int> selected = PList.Selected();
+  if (selected.empty()) {
+    app_.desktop.Message("No factors selected");
+    return;
+  }
+  Palette palette;
+  const std::optional<std::string> path = AskPalette(palette);
+  if (!path) return;
+  ui::Run run(*this);
+  const double share = 100.0 / static_cast<double>(selected.size());
+  double done = 0;
+  for (const int index : selected) {
+    Shown& shown = PictureOf(index);
+    shown.palettePath = *path;
+    shown.palette = palette;
+    shown.picture->SetImage(preview_->Blank());
+    ProgressSpan span(run, done, done + share);
+    const bool drawn = run.Report(map_->ReadFactor(model_, index, FactorPainter(index), span));
+    shown.picture->Repaint();
+    if (!drawn) break;
+    done += share;
+  }
+  ShowPictureLabels();
+}
+
+void FrmDraw::ChangeCompositePalette() {
+  Shown& composite = PictureOf(kComposite);
+  const std::optional<std::string> path = AskPalette(composite.palette);
+  if (!path) return;
+  composite.palettePath = *path;
+  if (generated_) PaintComposite();
+  ShowPictureLabels();
+}
+
+void FrmDraw::ChangeConstraintColour() {
+  const auto colour = app_.desktop.PickColour("Select New Constraint Color", CV.Value());
+  if (!colour) return;
+  CV.SetColour(*colour);
+  if (generated_) PaintComposite();
+}
+
+}  // namespace ormel
