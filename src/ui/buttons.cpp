@@ -10,7 +10,7 @@ namespace {
 // "on" and "off" speak of the state, everything else of the caption.
 bool ShowsState(const CaptionedControl& control, bool on, const std::string& value) {
   if (value == "on" || value == "off") return (value == "on") == on;
-  return control.Caption() == value;
+  return control.CaptionedControl::Shows(value);
 }
 
 }  // namespace
@@ -100,8 +100,6 @@ void OptionSet::Remove(OptionButton& option) { std::erase(options_, &option); }
 void OptionSet::Choose(OptionButton& option) {
   for (OptionButton* other : options_) other->SetChosen(other == &option);
 }
-
-OptionGroup::~OptionGroup() { Resize(0); }
 
 void OptionGroup::SetCaptions(const std::vector<std::string>& captions) {
   const int before = Count();

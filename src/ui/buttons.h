@@ -48,6 +48,8 @@ class OptionButton final : public CaptionedControl {
 
   bool Chosen() const { return chosen_; }
   void Choose();  // and no other of its set
+  // Whether both stand in one set.
+  bool Excludes(const OptionButton& other) const { return set_ != nullptr && set_ == other.set_; }
 
   Outcome<> Click() override;  // onChange when it was not chosen, then onClick
   Outcome<> Set(const std::string& value) override;
@@ -85,7 +87,6 @@ class OptionGroup final : public ControlArray<OptionButton> {
  public:
   OptionGroup(Window& window, std::string name, int first = 1)
       : ControlArray(window, std::move(name), 0, first) {}
-  ~OptionGroup();
 
   // As many options as captions; the first is chosen, when none was.
   void SetCaptions(const std::vector<std::string>& captions);

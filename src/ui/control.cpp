@@ -1,6 +1,7 @@
 #include "ui/control.h"
 
-#include "ui/text_controls.h"
+#include <utility>
+
 #include "ui/window.h"
 
 namespace ormel::ui {
@@ -9,8 +10,15 @@ Control::Control(Window& window, std::string name) : window_(window), name_(std:
   window_.Join(*this);
 }
 
-Control::~Control() {
-  if (view_ != nullptr) view_->Gone();
+Control::~Control() { LeaveWindow(); }
+
+void Control::Retire(std::unique_ptr<Control> control) {
+  control->LeaveWindow();
+  control->window_.retired_.push_back(std::move(control));
+}
+
+void Control::LeaveWindow() {
+  if (view_ != nullptr) std::exchange(view_, nullptr)->Gone();
   window_.Leave(*this);
 }
 
@@ -42,7 +50,9 @@ void Control::Changed() {
 }
 
 void Control::Fire(const Handler& handler) {
-  if (handler) window_.Dispatch(handler);
+  if (!handler) return;
+  const Handler running = handler;  // it may replace itself
+  window_.Dispatch(running);
 }
 
 Failure Control::Refusal(const std::string& why) const {
@@ -88,6 +98,10 @@ void CaptionedControl::SetCaption(std::string caption) {
   Changed();
 }
 
+bool CaptionedControl::Shows(const std::string& value) const {
+  return value == caption_ || value == PlainCaption(caption_);
+}
+
 std::string PlainCaption(const std::string& caption) {
   std::string plain;
   for (std::size_t i = 0; i < caption.size(); ++i) {
@@ -95,6 +109,15 @@ std::string PlainCaption(const std::string& caption) {
     plain += caption[i];
   }
   return plain;
+}
+
+std::string JoinLines(std::span<const std::string> texts) {
+  std::string lines;
+  for (std::size_t i = 0; i < texts.size(); ++i) {
+    if (i > 0) lines += '\n';
+    lines += texts[i];
+  }
+  return lines;
 }
 
 }  // namespace ormel::ui

@@ -5,6 +5,7 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 #include <span>
 #include <string>
 
@@ -12,7 +13,6 @@
 
 namespace ormel::ui {
 
-class FrameControl;
 class Window;
 
 using Handler = std::function<void()>;
@@ -42,6 +42,9 @@ class Control {
   // of it.
   Control(Window& window, std::string name);
   virtual ~Control();
+  // Takes a control out of its window at once, and destroys it when no handler runs: a button may
+  // remove the row in which it stands.
+  static void Retire(std::unique_ptr<Control> control);
   Control(const Control&) = delete;
   Control& operator=(const Control&) = delete;
 
@@ -84,7 +87,8 @@ class Control {
   virtual bool Grows() const { return false; }
 
   void AttachView(ControlView* view) { view_ = view; }
-  void SetFrame(FrameControl* frame) { frame_ = frame; }
+  // The control inside which this one stands: the frame around it, the menu above an entry.
+  void SetFrame(Control* frame) { frame_ = frame; }
 
  protected:
   void Changed();
@@ -94,12 +98,14 @@ class Control {
   Failure Refusal(const std::string& why) const;
 
  private:
+  void LeaveWindow();
+
   Window& window_;
   const std::string name_;
   std::string toolTip_;
   bool enabled_ = true;
   bool visible_ = true;
-  FrameControl* frame_ = nullptr;
+  Control* frame_ = nullptr;
   ControlView* view_ = nullptr;
 };
 
@@ -113,6 +119,8 @@ class CaptionedControl : public Control {
   void SetCaption(std::string caption);
 
   std::string Printed() const override { return caption_; }
+  // With or without the ampersand.
+  bool Shows(const std::string& value) const override;
 
  private:
   std::string caption_;
@@ -120,5 +128,8 @@ class CaptionedControl : public Control {
 
 // The caption as it is read: without the ampersand of the keyboard.
 std::string PlainCaption(const std::string& caption);
+
+// The texts one a line, without a line end behind the last.
+std::string JoinLines(std::span<const std::string> texts);
 
 }  // namespace ormel::ui

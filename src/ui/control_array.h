@@ -1,6 +1,7 @@
 // Controls of one kind under one name, addressed by number: FList(2), optSlope(0).
 #pragma once
 
+#include <algorithm>
 #include <cassert>
 #include <memory>
 #include <string>
@@ -29,9 +30,13 @@ class ControlArray {
     return *controls_[static_cast<std::size_t>(index - first_)];
   }
 
-  // Adds or removes controls at the end. The window's layout must be set anew afterwards.
+  // Adds or removes controls at the end; a control may remove itself in its own handler. The
+  // window's layout must be set anew afterwards.
   void Resize(int count) {
-    while (Count() > count) controls_.pop_back();
+    while (Count() > std::max(count, 0)) {
+      Control::Retire(std::move(controls_.back()));
+      controls_.pop_back();
+    }
     while (Count() < count) {
       controls_.push_back(
           std::make_unique<T>(window_, name_ + "(" + std::to_string(first_ + Count()) + ")"));

@@ -1,6 +1,8 @@
 #include "ui/desktop.h"
 
 #include <algorithm>
+#include <exception>
+#include <utility>
 
 #include "ui/file_controls.h"
 #include "ui/window.h"
@@ -27,8 +29,13 @@ void Desktop::Keep(std::unique_ptr<Window> window, Window* owner) {
 void Desktop::ShowModal(Window& window, Window* owner) {
   const Nesting nesting(this);
   Add(window, owner, true);
-  RunModal(window);
-  if (IsOpen(window)) Close(window);
+  try {
+    RunModal(window);
+  } catch (...) {
+    Close(window);  // the caller is about to destroy it
+    throw;
+  }
+  Close(window);
 }
 
 void Desktop::Hide(Window& window) {
@@ -73,7 +80,7 @@ bool Desktop::CloseAll() {
   while (!open_.empty()) {
     Window& newest = *open_.back();
     CloseByFrame(newest);
-    if (!open_.empty() && open_.back() == &newest) return false;
+    if (IsOpen(newest)) return false;
   }
   return true;
 }
@@ -93,8 +100,41 @@ Window* Desktop::FindWindow(const std::string& name, int number) const {
   return nullptr;
 }
 
+void Desktop::Dispatch(const Handler& handler) {
+  const Nesting nesting(this);
+  try {
+    handler();
+  } catch (const std::exception& error) {
+    Message(error.what());
+  }
+  CloseWaiting();
+}
+
+// Not left to the end of the run itself: the window may ask whether to close, and that question must
+// be free to fail.
+void Desktop::CloseWaiting() {
+  while (true) {
+    const auto waiting = std::find_if(open_.begin(), open_.end(), [](const Window* window) {
+      return window->closeWhenIdle_ && !window->Running();
+    });
+    if (waiting == open_.end()) return;
+    (*waiting)->closeWhenIdle_ = false;
+    CloseByFrame(**waiting);
+  }
+}
+
 void Desktop::Sweep() {
-  if (nesting_ == 0) closed_.clear();
+  if (nesting_ != 0) return;
+  for (Window* window : open_) window->DestroyRetired();
+  // A window that goes may close others.
+  const auto gone = std::exchange(closed_, {});
+}
+
+void Desktop::DestroyWindows() {
+  while (!open_.empty()) Close(*open_.back());
+  while (!closed_.empty()) {
+    const auto gone = std::exchange(closed_, {});
+  }
 }
 
 std::vector<FilterEntry> ParseFilter(const std::string& filter) {

@@ -143,11 +143,18 @@ class Desktop {
     Desktop* desktop_;
   };
 
-  // Destroys the closed windows when no handler runs. Whoever sends a person's actions calls it
-  // between them.
+  // Runs a handler or the tick of a timer. A run-time error in it ends in a message, and the program
+  // goes on. A window that a person closed during its command closes behind the handler.
+  void Dispatch(const Handler& handler);
+
+  // Destroys the closed windows and the removed controls when no handler runs. Whoever sends a
+  // person's actions calls it between them.
   void Sweep();
 
  protected:
+  // Closes and destroys all windows, asking nothing. The destructor of every derived desktop calls
+  // it: windows stop their timers as they go, and the base has none to stop.
+  void DestroyWindows();
   // Returns when `window` is no longer open.
   virtual void RunModal(Window& window) = 0;
   // The outermost handler is over, and Sweep() may be called soon.
@@ -156,6 +163,7 @@ class Desktop {
  private:
   void Keep(std::unique_ptr<Window> window, Window* owner);
   void Add(Window& window, Window* owner, bool modal);
+  void CloseWaiting();
 
   Screen* screen_;
   std::vector<Window*> open_;

@@ -62,7 +62,7 @@ bool IsFolder(const std::string& path) {
 bool FitsPattern(const std::string& name, const std::string& patterns) {
   std::string_view rest = patterns;
   while (!rest.empty()) {
-    const std::size_t end = rest.find(';');
+    const std::size_t end = rest.find_first_of(";,");
     if (FitsOne(name, rest.substr(0, end))) return true;
     rest = end == std::string_view::npos ? std::string_view() : rest.substr(end + 1);
   }

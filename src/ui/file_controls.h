@@ -66,8 +66,8 @@ class DriveList final : public Control {
   std::string drive_;
 };
 
-// Whether a file's name fits one of the patterns, which are separated by ";". "*" stands for any
-// text, "?" for any letter; upper and lower case are alike.
+// Whether a file's name fits one of the patterns, which are separated by ";" or ",". "*" stands
+// for any text, "?" for any letter; upper and lower case are alike.
 bool FitsPattern(const std::string& name, const std::string& patterns);
 
 }  // namespace ormel::ui

@@ -106,14 +106,7 @@ Outcome<> ListBox::Key(const std::string& key) {
   return Control::Key(key);
 }
 
-std::string ListBox::Printed() const {
-  std::string text;
-  for (const std::string& item : items_) {
-    if (!text.empty()) text += '\n';
-    text += item;
-  }
-  return text;
-}
+std::string ListBox::Printed() const { return JoinLines(items_); }
 
 bool ListBox::Shows(const std::string& value) const { return SelectedText() == value; }
 

@@ -36,6 +36,7 @@ MenuItem::MenuItem(Window& window, std::string name, const MenuSpec& spec)
       shortcut_(spec.shortcut),
       children_(MakeItems(window, Name(), spec.children)) {
   onClick = spec.run;
+  for (const auto& child : children_) child->SetFrame(this);
 }
 
 void MenuItem::SetChecked(bool checked) {
@@ -45,7 +46,7 @@ void MenuItem::SetChecked(bool checked) {
 
 bool MenuItem::Shows(const std::string& value) const {
   if (value == "on" || value == "off") return (value == "on") == checked_;
-  return Caption() == value;
+  return CaptionedControl::Shows(value);
 }
 
 MenuBar::MenuBar(Window& window, const std::vector<MenuSpec>& menus)
@@ -61,7 +62,7 @@ MenuItem& MenuBar::operator[](const std::string& name) const {
 
 MenuItem* MenuBar::FindShortcut(const std::string& key) const {
   return FindItem(menus_, [&](const MenuItem& one) {
-    return !one.Shortcut().empty() && one.Shortcut() == key && one.Usable();
+    return !one.Shortcut().empty() && one.Shortcut() == key && one.Shown() && one.Usable();
   });
 }
 
@@ -74,6 +75,7 @@ ToolButton::ToolButton(Window& window, std::string name, const ToolSpec& spec)
     const std::string place = stem + "," + std::to_string(menu_.size() + 1) + ")";
     menu_.push_back(
         std::make_unique<MenuItem>(window, entry.name.empty() ? place : entry.name, entry));
+    menu_.back()->SetFrame(this);
   }
 }
 
@@ -95,10 +97,6 @@ void StatusStrip::SetText(int panel, std::string text) {
   Changed();
 }
 
-std::string StatusStrip::Printed() const {
-  std::string text;
-  for (const std::string& panel : texts_) text += (text.empty() ? "" : "\n") + panel;
-  return text;
-}
+std::string StatusStrip::Printed() const { return JoinLines(texts_); }
 
 }  // namespace ormel::ui

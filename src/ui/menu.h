@@ -51,7 +51,7 @@ class MenuBar {
   const std::vector<std::unique_ptr<MenuItem>>& Menus() const { return menus_; }
   // The entry of that name. Throws std::logic_error when there is none.
   MenuItem& operator[](const std::string& name) const;
-  // The enabled entry with that short-cut key; null: none.
+  // The visible and enabled entry with that short-cut key; null: none.
   MenuItem* FindShortcut(const std::string& key) const;
 
  private:

@@ -23,17 +23,17 @@ void RangeControl::SetSteps(int smallStep, int largeStep) {
   Changed();
 }
 
-Outcome<> RangeControl::MoveTo(int value) {
+Outcome<> RangeControl::MoveTo(long long value) {
   Outcome<> can = CanAct();
   if (!can.Ok()) return can;
   const int before = value_;
-  SetValue(value);
+  SetValue(static_cast<int>(std::clamp<long long>(value, minimum_, maximum_)));
   if (value_ != before) Fire(onChange);
   return Done{};
 }
 
 Outcome<> RangeControl::Set(const std::string& value) {
-  int number = 0;
+  long long number = 0;
   const char* end = value.data() + value.size();
   const auto [stop, error] = std::from_chars(value.data(), end, number);
   if (error != std::errc() || stop != end) return Refusal("takes a whole number, not " + value);
@@ -41,7 +41,7 @@ Outcome<> RangeControl::Set(const std::string& value) {
 }
 
 Outcome<> RangeControl::Key(const std::string& key) {
-  int next = value_;
+  long long next = value_;
   if (key == "Left" || key == "Down") next -= smallStep_;
   if (key == "Right" || key == "Up") next += smallStep_;
   if (key == "PageDown") next -= largeStep_;

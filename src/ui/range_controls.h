@@ -20,7 +20,7 @@ class RangeControl : public Control {
   void SetSteps(int smallStep, int largeStep);
 
   // A person moves it; it stops at the ends. onChange when the value differs.
-  [[nodiscard]] Outcome<> MoveTo(int value);
+  [[nodiscard]] Outcome<> MoveTo(long long value);
 
   Outcome<> Set(const std::string& value) override;
   // Left, Right, Up, Down, PageUp, PageDown, Home and End move it; then onKey.
@@ -54,8 +54,8 @@ class ScrollBar final : public RangeControl {
 class SpinButton final : public RangeControl {
  public:
   using RangeControl::RangeControl;
-  [[nodiscard]] Outcome<> Up() { return MoveTo(Value() + SmallStep()); }
-  [[nodiscard]] Outcome<> Down() { return MoveTo(Value() - SmallStep()); }
+  [[nodiscard]] Outcome<> Up() { return MoveTo(0LL + Value() + SmallStep()); }
+  [[nodiscard]] Outcome<> Down() { return MoveTo(0LL + Value() - SmallStep()); }
 };
 
 class ProgressBar final : public Control {

@@ -12,17 +12,15 @@ constexpr std::chrono::milliseconds kUntilStrip{500};
 }  // namespace
 
 Run::Run(Window& window) : window_(window), wasEnabled_(window.Enabled()) {
-  if (window_.runs_++ == 0) window_.stopWanted_ = false;
+  // A window that was closed during one run of a handler stops the next one as well.
+  const bool closed = window_.desktop_ != nullptr && !window_.desktop_->IsOpen(window_);
+  if (window_.runs_++ == 0) window_.stopWanted_ = closed || window_.closeWhenIdle_;
   window_.SetEnabled(false);
 }
 
 Run::~Run() {
   if (--window_.runs_ == 0) window_.stripShown_ = false;
   window_.SetEnabled(wasEnabled_);
-  if (window_.runs_ == 0 && window_.closeWhenIdle_) {
-    window_.closeWhenIdle_ = false;
-    window_.desktop_->CloseByFrame(window_);
-  }
 }
 
 bool Run::Report(double percent) {

@@ -17,7 +17,7 @@ class Window;
 class Run final : public ProgressSink {
  public:
   explicit Run(Window& window);
-  ~Run() override;  // closes the window, when a person asked for that meanwhile
+  ~Run() override;  // the window closes behind the handler, when a person asked for that meanwhile
   Run(const Run&) = delete;
   Run& operator=(const Run&) = delete;
 

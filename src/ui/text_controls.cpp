@@ -1,6 +1,23 @@
 #include "ui/text_controls.h"
 
 namespace ormel::ui {
+namespace {
+
+bool Continues(char byte) { return (static_cast<unsigned char>(byte) & 0xC0) == 0x80; }
+
+// The first `size` bytes, or fewer, so that no letter of several bytes is cut.
+std::string Cut(const std::string& text, std::size_t size) {
+  if (size >= text.size()) return text;
+  while (size > 0 && Continues(text[size])) --size;
+  return text.substr(0, size);
+}
+
+// One letter of any alphabet; names of keys ("Home") are longer and plain ASCII.
+bool IsLetter(const std::string& key) {
+  return key.size() == 1 || (!key.empty() && static_cast<unsigned char>(key[0]) >= 0x80);
+}
+
+}  // namespace
 
 void TextBox::SetText(std::string text) {
   if (text_ == text) return;
@@ -27,10 +44,7 @@ Outcome<> TextBox::Type(const std::string& text) {
   Outcome<> can = CanAct();
   if (!can.Ok()) return can;
   if (readOnly_) return Refusal("is read only");
-  std::string typed = text;
-  if (maximumLength_ > 0 && typed.size() > static_cast<std::size_t>(maximumLength_)) {
-    typed.resize(static_cast<std::size_t>(maximumLength_));
-  }
+  std::string typed = maximumLength_ > 0 ? Cut(text, static_cast<std::size_t>(maximumLength_)) : text;
   if (typed == text_) return Done{};
   SetText(std::move(typed));
   Fire(onChange);
@@ -45,8 +59,8 @@ Outcome<> TextBox::Set(const std::string& value) {
 
 Outcome<> TextBox::Key(const std::string& key) {
   Outcome<> pressed = CanAct();
-  if (key.size() == 1) pressed = Type(text_ + key);
-  if (key == "BackSpace" && !text_.empty()) pressed = Type(text_.substr(0, text_.size() - 1));
+  if (IsLetter(key)) pressed = Type(text_ + key);
+  if (key == "BackSpace" && !text_.empty()) pressed = Type(Cut(text_, text_.size() - 1));
   return pressed.Ok() ? Control::Key(key) : pressed;
 }
 

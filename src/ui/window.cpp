@@ -1,7 +1,6 @@
 #include "ui/window.h"
 
 #include <algorithm>
-#include <exception>
 #include <stdexcept>
 
 #include "ui/desktop.h"
@@ -24,8 +23,9 @@ void SetFrames(const std::vector<LayoutItem>& items, FrameControl* frame) {
 Window::Window(std::string name, std::string caption)
     : name_(std::move(name)), caption_(std::move(caption)) {}
 
-// The controls are members of the derived window or are destroyed before this, so none is left.
-Window::~Window() = default;
+// The controls are members of the derived window and destroyed before this; the removed ones are the
+// last that are left.
+Window::~Window() { DestroyRetired(); }
 
 void Window::SetCaption(std::string caption) {
   caption_ = std::move(caption);
@@ -60,7 +60,9 @@ void Window::Join(Control& control) {
 }
 
 void Window::Leave(Control& control) {
-  byName_.erase(control.Name());
+  // A removed control may have a successor of the same name.
+  const auto found = byName_.find(control.Name());
+  if (found != byName_.end() && found->second == &control) byName_.erase(found);
   std::erase(controls_, &control);
 }
 
@@ -80,12 +82,10 @@ bool Window::PressKey(const std::string& key) {
 }
 
 void Window::Dispatch(const Handler& handler) {
-  Desktop::Nesting nesting(desktop_);
-  try {
+  if (desktop_ != nullptr) {
+    desktop_->Dispatch(handler);
+  } else {
     handler();
-  } catch (const std::exception& error) {
-    if (desktop_ == nullptr) throw;
-    desktop_->Message(error.what());
   }
 }
 

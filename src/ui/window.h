@@ -4,6 +4,7 @@
 
 #include <functional>
 #include <map>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -77,7 +78,7 @@ class Window {
   // A person presses Stop, or closes the window: the command ends at its next report.
   void StopRun() { stopWanted_ = true; }
 
-  // Runs a handler; a run-time error in it ends in a message, and the program goes on.
+  // Runs a handler as Desktop::Dispatch does; before the window is shown, errors pass.
   void Dispatch(const Handler& handler);
 
   void AttachView(WindowView* view) { view_ = view; }
@@ -96,6 +97,7 @@ class Window {
   void Attach(ToolBar& tools) { tools_ = &tools; }
   void Attach(StatusStrip& status) { status_ = &status; }
   void Refresh();
+  void DestroyRetired() { retired_.clear(); }
 
   const std::string name_;
   std::string caption_;
@@ -114,6 +116,7 @@ class Window {
   bool closeWhenIdle_ = false;
   bool stripShown_ = false;
   double stripPercent_ = 0;
+  std::vector<std::unique_ptr<Control>> retired_;  // taken out, not yet destroyed
 };
 
 }  // namespace ormel::ui

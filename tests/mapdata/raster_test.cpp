@@ -1,0 +1,234 @@
+#include "mapdata/raster.h"
+
+#include <gtest/gtest.h>
+
+#include "support/temporary_folder.h"
+
+namespace ormel {
+namespace {
+
+namespace fs = std::filesystem;
+using testing::TemporaryFolder;
+
+using Cells = std::vector<double>;
+
+const std::string kHeader =
+    "ncols 3\r\nnrows 2\r\nxllcorner 10.5\r\nyllcorner -20\r\ncellsize 30\r\n";
+
+Cells CellsOf(const Grid<double>& grid) { return {grid.Cells().begin(), grid.Cells().end()}; }
+
+fs::path Data(const std::string& name) { return fs::path(ORMEL_SOURCE_DIR) / "tests/data" / name; }
+
+// Says stop at the first report.
+class StopAtOnce final : public ProgressSink {
+ public:
+  bool Report(double /*percent*/) override { return false; }
+};
+
+TEST(Header, ValueIsTheTextBehindTheLastBlank) {
+  EXPECT_EQ(TextBehindLastBlank("ncols         5"), "5");
+  EXPECT_EQ(TextBehindLastBlank("NO_DATA value\t-9999"), "-9999");
+  EXPECT_EQ(TextBehindLastBlank("ncols 5 "), "");
+  EXPECT_EQ(TextBehindLastBlank("alone"), "alone");
+  EXPECT_EQ(TextBehindLastBlank(""), "");
+}
+
+TEST(Header, LinesAreTheTokensBeforeTheFirstNumber) {
+  EXPECT_EQ(CountHeaderLines(Data("cells_behind_commas.asc")), 5);
+  EXPECT_EQ(CountHeaderLines(Data("line_feeds_only.asc")), 6);
+  EXPECT_EQ(CountHeaderLines(Data("eight_header_lines.asc")), 8);
+  EXPECT_EQ(CountHeaderLines(Data("no_header.asc")), 0);
+  EXPECT_EQ(CountHeaderLines(Data("no_cells.asc")), 5);
+  EXPECT_EQ(CountHeaderLines(Data("words_only.asc")), 100);
+  EXPECT_EQ(CountHeaderLines(Data("not there")), 0);
+}
+
+TEST(Header, TextsAreGivenAsTheyStand) {
+  TemporaryFolder folder;
+  const fs::path path = folder.Write("map.asc", "ncols 03\r\nnrows 2 \r\nxllcorner 1.50");
+  const Outcome<HeaderTexts> header = ReadHeaderTexts(path);
+  ASSERT_TRUE(header.Ok());
+  EXPECT_EQ(header.Value().values, (std::vector<std::string>{"03", "", "1.50", "", ""}));
+  EXPECT_TRUE(ReadHeaderTexts(folder / "missing.asc").Failed());
+}
+
+TEST(Header, NoDataTextComesFromTheSixthLine) {
+  TemporaryFolder folder;
+  EXPECT_EQ(ReadNoDataText(folder.Write("a", kHeader + "NODATA_value  -9999.0\r\n 1")), "-9999.0");
+  EXPECT_EQ(ReadNoDataText(folder.Write("b", kHeader + " 1")), "");
+  EXPECT_EQ(ReadNoDataText(folder / "missing"), "");
+}
+
+// One row for each way in which a map may be odd.
+TEST(ReadRaster, ReadsWhatAFileHolds) {
+  const Cells all = {1, 2, 3, 4, 5, 6};
+  const struct {
+    const char* name;
+    int columns;
+    int rows;
+    Cells cells;
+    bool hasNoData;
+    std::size_t skipped;
+  } cases[] = {
+      {"line_feeds_only.asc", 3, 2, all, true, 0},
+      {"carriage_returns_only.asc", 3, 2, all, true, 0},
+      {"no_line_end_at_the_end.asc", 3, 2, {1, 2, 3, 4, -9999, 6}, true, 0},
+      {"cells_behind_commas.asc", 3, 2, all, false, 0},
+      {"rows_broken_anywhere.asc", 3, 2, all, false, 0},
+      {"foreign_keys.asc", 3, 2, all, false, 0},
+      {"eight_header_lines.asc", 3, 2, all, true, 0},
+      {"words_in_the_cells.asc", 3, 2, {1, 0, 4, 0, 6, 6}, false, 1},  // "nodata 3" is one word
+      {"cells_missing.asc", 3, 2, {1, 2, 3, 4, 4, 4}, false, 1},
+      {"no_cells.asc", 3, 2, {0, 0, 0, 0, 0, 0}, false, 1},
+      {"no_header.asc", 3, 6, {7, 8, 9, 9, 9, 9, 9, 9, 9, 9, 9, 9, 9, 9, 9, 9, 9, 9}, false, 1},
+      {"blank_behind_columns.asc", 0, 0, {}, false, 0},
+      {"negative_columns.asc", 0, 0, {}, false, 0},
+      {"too_many_columns.asc", 0, 0, {}, false, 1},
+      {"largest_size_without_cells.asc", 0, 0, {}, false, 1},
+      {"empty.asc", 0, 0, {}, false, 0},
+      {"not there", 0, 0, {}, false, 1},
+  };
+  for (const auto& c : cases) {
+    const RasterRead read = ReadRaster(Data(c.name));
+    EXPECT_EQ(read.map.cells.Columns(), c.columns) << c.name;
+    EXPECT_EQ(read.map.cells.Rows(), c.rows) << c.name;
+    EXPECT_EQ(CellsOf(read.map.cells), c.cells) << c.name;
+    EXPECT_EQ(read.map.specs.nodata.has_value(), c.hasNoData) << c.name;
+    EXPECT_EQ(read.skipped.size(), c.skipped) << c.name;
+    for (const std::string& text : read.skipped) {
+      EXPECT_NE(text.find(c.name), std::string::npos) << text;
+    }
+  }
+}
+
+TEST(ReadRaster, TakesTheHeaderLineByLine) {
+  const MapSpecs specs = ReadRaster(Data("eight_header_lines.asc")).map.specs;
+  EXPECT_EQ(specs.ncols, 3);
+  EXPECT_EQ(specs.nrows, 2);
+  EXPECT_EQ(specs.xllcorner, 10.5);
+  EXPECT_EQ(specs.yllcorner, -20);
+  EXPECT_EQ(specs.cellsize, 30);
+  EXPECT_EQ(specs.nodata, -9999);
+}
+
+TEST(ReadRaster, RoundsSizesHalfToEvenAndKeepsTheFieldThatFails) {
+  TemporaryFolder folder;
+  const struct {
+    const char* columns;
+    int read;
+    std::size_t skipped;
+  } cases[] = {{"2.5", 2, 0},           {"3.5", 4, 0}, {"32767.4", 32767, 0}, {"32767.5", 0, 1},
+               {"-32768.5", -32768, 0}, {"1e9", 0, 1}, {"-1e300", 0, 1},      {"abc", 0, 0}};
+  for (const auto& c : cases) {
+    const fs::path path = folder.Write(
+        "map.asc", std::string("ncols ") + c.columns + "\r\nnrows 0\r\nx 1\r\ny 2\r\ncell 3\r\n 1");
+    const RasterRead read = ReadRaster(path);
+    EXPECT_EQ(read.map.specs.ncols, c.read) << c.columns;
+    EXPECT_EQ(read.skipped.size(), c.skipped) << c.columns;
+    EXPECT_EQ(read.map.specs.cellsize, 3) << c.columns;
+  }
+}
+
+TEST(ReadRaster, CanBeStopped) {
+  StopAtOnce stop;
+  EXPECT_TRUE(ReadRaster(Data("line_feeds_only.asc"), stop).wasCancelled);
+  EXPECT_FALSE(ReadRaster(Data("line_feeds_only.asc")).wasCancelled);
+}
+
+TEST(ReadRasterCells, GivesCellsAndNoDataOnly) {
+  NoProgress quiet;
+  Grid<double> cells(9, 9, 5);
+  EXPECT_EQ(ReadRasterCells(Data("line_feeds_only.asc"), cells, quiet).nodata, -9999);
+  EXPECT_EQ(CellsOf(cells), (Cells{1, 2, 3, 4, 5, 6}));
+  const RasterCellsRead missing = ReadRasterCells(Data("not there"), cells, quiet);
+  EXPECT_FALSE(missing.nodata);
+  EXPECT_EQ(missing.skipped.size(), 1U);
+  EXPECT_TRUE(cells.Empty());
+}
+
+TEST(ReadRasterInto, FillsTheCornerOfAGrid) {
+  NoProgress quiet;
+  Grid<double> cells(4, 3, 9);
+  ASSERT_TRUE(ReadRasterInto(Data("line_feeds_only.asc"), cells, 3, 2, quiet).Ok());
+  EXPECT_EQ(CellsOf(cells), (Cells{1, 2, 3, 9, 4, 5, 6, 9, 9, 9, 9, 9}));
+}
+
+TEST(ReadRasterInto, SaysBadConstraintWhateverFails) {
+  NoProgress quiet;
+  Grid<double> cells(3, 2);
+  EXPECT_EQ(ReadRasterInto(Data("cells_missing.asc"), cells, 3, 2, quiet).Text(),
+            "Bad Constraint!");
+  EXPECT_EQ(ReadRasterInto(Data("not there"), cells, 3, 2, quiet).Text(), "Bad Constraint!");
+  EXPECT_EQ(ReadRasterInto(Data("line_feeds_only.asc"), cells, 4, 2, quiet).Text(),
+            "Bad Constraint!");
+}
+
+TEST(ScanRasterRange, LeavesNoDataOut) {
+  TemporaryFolder folder;
+  NoProgress quiet;
+  const struct {
+    std::string text;
+    RasterRange range;
+  } cases[] = {
+      {kHeader + "NODATA -9999\r\n 5 -9999 7\r\n", {false, 5, 7}},
+      {kHeader + " 5 -9999 7\r\n", {false, -9999, 7}},  // without a NODATA line all cells count
+      {kHeader + " 0 128 255\r\n", {true, 0, 255}},
+      {kHeader + " 0 255.01\r\n", {false, 0, 255.01}},
+      {kHeader + " 7 7 7\r\n", {false, 7, 7 + 0.1}},
+      {kHeader + " 0 0\r\n", {false, 0, 0.1}},
+      {kHeader + "NODATA 3\r\n 3 3\r\n", {false, 0, 0.1}},
+      {kHeader + " -5 -3\r\n", {false, -5, -3}},
+      {"", {false, 0, 0.1}},
+      {kHeader + " 1 2 3 4 5 6 7 8 9\r\n", {false, 1, 9}},  // all cells, whatever the header says
+  };
+  for (const auto& c : cases) {
+    const Outcome<RasterRange> range = ScanRasterRange(folder.Write("map.asc", c.text), quiet);
+    ASSERT_TRUE(range.Ok());
+    EXPECT_EQ(range.Value().isScaled, c.range.isScaled) << c.text;
+    EXPECT_EQ(range.Value().min, c.range.min) << c.text;
+    EXPECT_EQ(range.Value().max, c.range.max) << c.text;
+  }
+  EXPECT_EQ(ScanRasterRange(folder / "missing", quiet).Why().kind, FailureKind::kNotFound);
+}
+
+TEST(IsValidConstraintFile, AllowsZeroOneAndNoData) {
+  TemporaryFolder folder;
+  NoProgress quiet;
+  const struct {
+    std::string text;
+    bool valid;
+  } cases[] = {
+      {kHeader + " 0 1 1\r\n 0 1 0\r\n", true},
+      {kHeader + " 0 1.0 1e0\r\n", true},
+      {kHeader + " 0 1 2\r\n", false},
+      {kHeader + " 0 1 -9999\r\n", false},
+      {kHeader + "NODATA -9999\r\n 0 1 -9999\r\n", true},
+      {kHeader + "NODATA -9999\r\n 0 1 -9998\r\n", false},
+      {" 0 1 1\r\n", true},
+      {" 1 0 7\r\n", false},
+      {kHeader + " 0 word\r\n", true},  // a word counts as 0
+      {kHeader + std::string(20'000, '0') + "\r\n" + " 1 1 2", false},
+  };
+  for (const auto& c : cases) {
+    const Outcome<bool> valid = IsValidConstraintFile(folder.Write("c.asc", c.text), quiet);
+    ASSERT_TRUE(valid.Ok());
+    EXPECT_EQ(valid.Value(), c.valid) << c.text.substr(0, 100);
+  }
+  EXPECT_TRUE(IsValidConstraintFile(folder / "missing", quiet).Failed());
+  EXPECT_TRUE(IsValidConstraintFile(Data("no_cells.asc"), quiet).Failed());
+}
+
+TEST(LongReads, CanBeStopped) {
+  TemporaryFolder folder;
+  StopAtOnce stop;
+  std::string text = kHeader;
+  for (int i = 0; i < 100'000; ++i) text += " 1";
+  const fs::path path = folder.Write("map.asc", text);
+  EXPECT_TRUE(ScanRasterRange(path, stop).WasCancelled());
+  EXPECT_TRUE(IsValidConstraintFile(path, stop).WasCancelled());
+  Grid<double> cells(100, 1000);
+  EXPECT_TRUE(ReadRasterInto(path, cells, 100, 1000, stop).WasCancelled());
+}
+
+}  // namespace
+}  // namespace ormel
