@@ -30,7 +30,7 @@ int RunScript(const std::string& file, const std::string& model, ui::Screen* scr
   ui::HeadlessDesktop desktop(std::cout, screen);
   AppContext app{desktop, settings};
   if (!model.empty()) OpenModel(app, model);
-  ui::Script script(desktop, file == "-" ? std::cin : opened, file, std::cout, std::cerr);
+  ui::ScriptRunner script(desktop, file == "-" ? std::cin : opened, file, std::cout, std::cerr);
   return script.Run();
 }
 

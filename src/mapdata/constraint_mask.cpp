@@ -1,6 +1,7 @@
 #include "mapdata/constraint_mask.h"
 
 #include <algorithm>
+#include <span>
 #include <string_view>
 #include <utility>
 

@@ -144,6 +144,9 @@ Outcome<TokenReader> TokenReader::Open(const fs::path& path, std::size_t bufferB
   reader.path_ = path.string();
   const std::uintmax_t size = fs::file_size(path, error);
   reader.fileBytes_ = error ? 0 : size;
+  // A small file needs no large buffer; devices and pipes have no size.
+  const std::uintmax_t enough = reader.fileBytes_ == 0 ? bufferBytes : reader.fileBytes_ + 1;
+  bufferBytes = static_cast<std::size_t>(std::min<std::uintmax_t>(bufferBytes, enough));
   reader.buffer_.resize(std::max<std::size_t>(bufferBytes, 1) + 1);
   return reader;
 }

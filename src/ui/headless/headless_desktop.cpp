@@ -6,6 +6,7 @@
 #include <fstream>
 #include <iterator>
 #include <string_view>
+#include <tuple>
 
 #include "ui/headless/script_words.h"
 #include "ui/window.h"
@@ -124,7 +125,8 @@ std::string HeadlessDesktop::UnusedAnswers() const {
   for (const Answer answer : answers_) name("answer " + AnswerName(answer));
   for (const auto& paths : files_) name(paths ? "file " + Quoted(paths->front()) : "nofile");
   for (const auto& text : prompts_) name(text ? "input " + Quoted(*text) : "noinput");
-  for (const auto& colour : colours_) name(colour ? "colour " + std::to_string(*colour) : "nocolour");
+  for (const auto& colour : colours_)
+    name(colour ? "colour " + std::to_string(*colour) : "nocolour");
   return list;
 }
 
@@ -197,7 +199,8 @@ std::optional<Font> HeadlessDesktop::PickFont(const std::string& title, const Fo
   std::optional<Font> font;
   if (answer) {
     font = ReadFont(*answer);
-    if (!font) throw ScriptError("the queued input " + Quoted(*answer) + " is no font for " + asked);
+    if (!font)
+      throw ScriptError("the queued input " + Quoted(*answer) + " is no font for " + asked);
   }
   log_ << asked << " -> " << (answer ? Quoted(*answer) : "cancel") << '\n';
   return font;
@@ -211,9 +214,10 @@ TimerId HeadlessDesktop::StartTimer(std::chrono::milliseconds interval, Handler 
 }
 
 HeadlessDesktop::RunningTimer* HeadlessDesktop::NextDue(std::int64_t end) {
-  const auto next = std::min_element(timers_.begin(), timers_.end(), [](const auto& a, const auto& b) {
-    return std::tie(a.second.due, a.second.turn) < std::tie(b.second.due, b.second.turn);
-  });
+  const auto next =
+      std::min_element(timers_.begin(), timers_.end(), [](const auto& a, const auto& b) {
+        return std::tie(a.second.due, a.second.turn) < std::tie(b.second.due, b.second.turn);
+      });
   return next == timers_.end() || next->second.due > end ? nullptr : &next->second;
 }
 

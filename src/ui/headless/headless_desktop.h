@@ -47,7 +47,8 @@ class HeadlessDesktop final : public Desktop {
   // takes one, and throws ScriptError when none is queued or the one that is does not suit it.
   void AnswerBoxes(Answer answer) { answers_.push_back(answer); }
   void AnswerPrompt(std::optional<std::string> text) { prompts_.push_back(std::move(text)); }
-  // The paths reach the program as they stand; the extension of the first picks the filter entry.
+  // At least one path; they reach the program as they stand; the extension of the first picks the
+  // filter entry.
   void AnswerFiles(std::optional<std::vector<std::string>> paths) {
     files_.push_back(std::move(paths));
   }
@@ -101,7 +102,7 @@ class HeadlessDesktop final : public Desktop {
     std::shared_ptr<const Handler> tick;
   };
 
-  std::optional<FileChoice> PickFiles(const std::string& asked, const FileDialog& dialog,
+  std::optional<FileChoice> PickFiles(const std::string& kind, const FileDialog& dialog,
                                       bool multiple);
   RunningTimer* NextDue(std::int64_t end);
 

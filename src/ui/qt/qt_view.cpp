@@ -31,13 +31,16 @@ void View::Refresh() {
 void View::Gone() {
   window_.Forget(*control_);
   control_ = nullptr;
+  Parted();
   if (widget_ != nullptr) widget_->hide();
   parent()->deleteLater();
 }
 
 void View::Release() {
-  if (control_ != nullptr) control_->AttachView(nullptr);
+  if (control_ == nullptr) return;
+  control_->AttachView(nullptr);
   control_ = nullptr;
+  Parted();
 }
 
 void View::Sync() {

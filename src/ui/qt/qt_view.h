@@ -44,6 +44,8 @@ class View : public QObject, public ControlView {
   virtual void Show() = 0;
   // A person went on to another field.
   virtual void Left() {}
+  // The control has gone; nothing that belongs to it may be used from here on.
+  virtual void Parted() {}
   // Keys and focus of `part`, a widget inside this one, count as the control's as well.
   void Watch(QWidget* part) { part->installEventFilter(this); }
   // While the view itself changes its widget, what the widget reports is not a person's doing.
@@ -75,11 +77,16 @@ class ViewOfKind : public View {
   C& TheControl() const { return static_cast<C&>(*Subject()); }
   W& The() const { return *thing_; }
 
-  // What a person does. Whatever the control made of it, the widget shows the outcome.
+  // Hands on what a person does. A refusal needs no answer: the widget was disabled meanwhile.
+  template <class Action>
+  void Tell(Action action) {
+    if (Subject() != nullptr && !IsSyncing()) (void)std::invoke(action, TheControl());
+  }
+  // The same where the widget has changed already: whatever the control made of it, the widget
+  // shows the outcome.
   template <class Action>
   void Act(Action action) {
-    if (Subject() == nullptr || IsSyncing()) return;
-    (void)std::invoke(action, TheControl());
+    Tell(action);
     if (Subject() != nullptr) Refresh();
   }
 

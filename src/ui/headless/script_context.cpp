@@ -1,0 +1,32 @@
+#include "ui/headless/script_context.h"
+
+#include "ui/headless/headless_desktop.h"
+#include "ui/window.h"
+
+namespace ormel::ui {
+
+Window& OpenWindow(const ScriptContext& context, const std::string& word) {
+  const WindowName name = SplitWindowName(word);
+  Window* window = context.desktop.FindWindow(name.name, name.number);
+  if (window == nullptr) throw ScriptError(word + " is not open");
+  return *window;
+}
+
+Window& ReachableWindow(const ScriptContext& context, const std::string& word) {
+  Window& window = OpenWindow(context, word);
+  if (context.desktop.IsHidden(window)) throw ScriptError(word + " is hidden");
+  const Window* modal = context.desktop.ModalWindow();
+  if (modal != nullptr && modal != &window) {
+    throw ScriptError(word + " waits behind " + modal->Name());
+  }
+  return window;
+}
+
+Control& ControlOf(Window& window, const ControlName& name) {
+  Control* control = window.Find(name.control);
+  if (control != nullptr) return *control;
+  throw ScriptError(name.control.empty() ? name.window + ": a control is missing (WIN.CTL)"
+                                         : name.window + " has no control " + name.control);
+}
+
+}  // namespace ormel::ui

@@ -1,0 +1,120 @@
+#include "ui/qt/qt_menus.h"
+
+#include <QAction>
+#include <QFileInfo>
+#include <QIcon>
+#include <QLabel>
+#include <QMenu>
+#include <QMenuBar>
+#include <QStatusBar>
+#include <QToolBar>
+#include <QToolButton>
+
+#include "ui/qt/qt_view.h"
+#include "ui/qt/qt_window.h"
+#include "ui/window.h"
+
+namespace ormel::ui {
+namespace {
+
+// An entry that runs a command, opens a submenu (its action is the submenu's) or separates.
+class MenuItemView final : public ViewOfKind<MenuItem, QAction> {
+ public:
+  MenuItemView(QtWindow& window, MenuItem& control, QAction* action)
+      : ViewOfKind(window, control, action) {
+    action->setSeparator(control.IsSeparator());
+    connect(action, &QAction::triggered, this, [this] { Act(&MenuItem::Click); });
+  }
+
+ private:
+  void Show() override {
+    const MenuItem& item = TheControl();
+    The().setText(ToQt(item.Caption()));
+    The().setShortcut(QKeySequence::fromString(ToQt(item.Shortcut()), QKeySequence::PortableText));
+    The().setEnabled(item.Enabled());
+    The().setVisible(item.Visible());
+    if (item.Checked()) The().setCheckable(true);
+    The().setChecked(item.Checked());
+  }
+};
+
+using Items = std::vector<std::unique_ptr<MenuItem>>;
+
+// `bar` is a menu bar or a menu.
+template <class Bar>
+void AddItems(QtWindow& window, Bar& bar, const Items& items) {
+  for (const auto& item : items) {
+    if (item->Children().empty()) {
+      new MenuItemView(window, *item, bar.addAction(QString()));
+    } else {
+      QMenu* menu = bar.addMenu(QString());
+      AddItems(window, *menu, item->Children());
+      new MenuItemView(window, *item, menu->menuAction());
+    }
+  }
+}
+
+class ToolView final : public ViewOfKind<ToolButton, QToolButton> {
+ public:
+  ToolView(QtWindow& window, ToolButton& control, QToolBar& bar, const std::string& iconFolder)
+      : ViewOfKind(window, control, new QToolButton(&bar)), place_(bar.addWidget(&The())) {
+    The().setAutoRaise(true);
+    const QString icon = ToQt(iconFolder + "/" + control.Icon());
+    if (!control.Icon().empty() && QFileInfo(icon).isFile()) The().setIcon(QIcon(icon));
+    connect(&The(), &QToolButton::clicked, this, [this] { Act(&ToolButton::Click); });
+    if (control.Menu().empty()) return;
+    auto* menu = new QMenu(&The());
+    AddItems(window, *menu, control.Menu());
+    The().setMenu(menu);
+    The().setPopupMode(control.onClick ? QToolButton::MenuButtonPopup : QToolButton::InstantPopup);
+  }
+
+ private:
+  void Show() override {
+    The().setText(ToQt(TheControl().Caption()));
+    The().setToolButtonStyle(The().icon().isNull() ? Qt::ToolButtonTextOnly
+                                                   : Qt::ToolButtonIconOnly);
+    place_->setVisible(TheControl().Visible());  // in a toolbar the action decides
+  }
+
+  QAction* place_;
+};
+
+class StatusView final : public ViewOfKind<StatusStrip, QStatusBar> {
+ public:
+  StatusView(QtWindow& window, StatusStrip& control, QStatusBar* bar)
+      : ViewOfKind(window, control, bar) {
+    for (int i = 0; i < control.Count(); ++i) {
+      auto* panel = new QLabel(bar);
+      panel->setTextFormat(Qt::PlainText);
+      panel->setMinimumWidth(1);  // a long text is cut and does not widen the window
+      panels_.push_back(panel);
+      bar->addWidget(panel, 1);
+    }
+    SetPlaced(true);
+  }
+
+ private:
+  void Show() override {
+    for (int i = 0; i < TheControl().Count(); ++i) {
+      panels_[static_cast<std::size_t>(i)]->setText(ToQt(TheControl().Text(i + 1)));
+    }
+  }
+
+  std::vector<QLabel*> panels_;
+};
+
+}  // namespace
+
+void AddMenus(QtWindow& screen, Window& window, const std::string& iconFolder) {
+  if (window.Menu() != nullptr) AddItems(screen, *screen.menuBar(), window.Menu()->Menus());
+  if (const ToolBar* tools = window.Tools()) {
+    QToolBar* bar = screen.addToolBar(QString());
+    bar->setMovable(false);
+    bar->setContextMenuPolicy(Qt::PreventContextMenu);
+    for (int i = 1; i <= tools->Count(); ++i) new ToolView(screen, (*tools)(i), *bar, iconFolder);
+  }
+  if (window.Status() != nullptr) new StatusView(screen, *window.Status(), screen.statusBar());
+}
+
+}  // namespace ormel::ui

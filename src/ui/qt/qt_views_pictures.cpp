@@ -1,0 +1,89 @@
+// Pictures: what a person does on them arrives in pixels of the canvas.
+#include <QKeyEvent>
+#include <QMouseEvent>
+
+#include "ui/picture.h"
+#include "ui/qt/qt_picture.h"
+#include "ui/qt/qt_view.h"
+
+namespace ormel::ui {
+namespace {
+
+class PictureView final : public ViewOfKind<Picture, PictureWidget> {
+ public:
+  PictureView(QtWindow& window, Picture& control, QWidget* parent)
+      : ViewOfKind(window, control, new PictureWidget(parent)) {}
+
+ private:
+  void Show() override {
+    The().SetStripHeight(TheControl().StripHeight());
+    The().SetCanvas(&TheControl().Image());
+    const bool takesKeys = TheControl().onKey || TheControl().onClick;
+    The().setFocusPolicy(takesKeys ? Qt::StrongFocus : Qt::NoFocus);
+  }
+
+  void Parted() override { The().SetCanvas(nullptr); }
+
+  bool eventFilter(QObject* object, QEvent* event) override {
+    if (Subject() == nullptr) return false;
+    switch (event->type()) {
+      case QEvent::MouseButtonPress:
+      case QEvent::MouseButtonDblClick:
+      case QEvent::MouseButtonRelease:
+        return Press(static_cast<QMouseEvent&>(*event));
+      case QEvent::MouseMove:
+        return Move(static_cast<QMouseEvent&>(*event));
+      case QEvent::KeyPress:
+        if (PressedByKey(static_cast<QKeyEvent&>(*event))) return true;
+        break;
+      default:
+        break;
+    }
+    return View::eventFilter(object, event);
+  }
+
+  void Send(MouseAction action, const QMouseEvent& event) {
+    const QPointF place = The().ToCanvas(event.position());
+    Tell([&](Picture& picture) { return picture.Mouse({action, place.x(), place.y()}); });
+  }
+
+  // A press beside the picture is none; a release belongs to its press, wherever it happens.
+  bool Press(const QMouseEvent& event) {
+    if (event.button() != Qt::LeftButton) return false;
+    const bool inside = The().Covered().contains(event.position());
+    if (event.type() == QEvent::MouseButtonRelease) {
+      if (!pressed_) return true;
+      pressed_ = false;
+      Send(MouseAction::kUp, event);
+      if (inside) Tell(&Picture::Click);
+    } else if (inside) {
+      pressed_ = true;
+      Send(MouseAction::kDown, event);
+      if (event.type() == QEvent::MouseButtonDblClick) Tell(&Picture::DoubleClick);
+    }
+    return false;
+  }
+
+  bool Move(const QMouseEvent& event) {
+    if (pressed_ || The().Covered().contains(event.position())) Send(MouseAction::kMove, event);
+    return false;
+  }
+
+  bool PressedByKey(const QKeyEvent& event) {
+    if (!TheControl().onClick || (event.key() != Qt::Key_Space && event.key() != Qt::Key_Return)) {
+      return false;
+    }
+    Tell(&Picture::Click);
+    return true;
+  }
+
+  bool pressed_ = false;
+};
+
+}  // namespace
+
+View* MakePictureView(QtWindow& window, Control& control, QWidget* parent) {
+  return TryKind<Picture, PictureView>(window, control, parent);
+}
+
+}  // namespace ormel::ui

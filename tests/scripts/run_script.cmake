@@ -1,0 +1,23 @@
+# Runs one command script in a fresh folder that has the examples and the test data beside it:
+#   cmake -DPROGRAM=... -DSOURCE=... -DSCRIPT=... -DFOLDER=... [-DMODEL=...] -P run_script.cmake
+# The script must exit with 0, and print what NAME.out holds when there is such a file.
+file(REMOVE_RECURSE ${FOLDER})
+file(MAKE_DIRECTORY ${FOLDER})
+file(CREATE_LINK ${SOURCE}/examples ${FOLDER}/examples SYMBOLIC)
+file(CREATE_LINK ${SOURCE}/tests/data ${FOLDER}/data SYMBOLIC)
+set(ENV{ORMEL_HOME} ${FOLDER}/home)
+execute_process(
+  COMMAND ${PROGRAM} --script ${SCRIPT} ${MODEL}
+  WORKING_DIRECTORY ${FOLDER}
+  RESULT_VARIABLE status OUTPUT_VARIABLE printed ERROR_VARIABLE faults)
+message("${printed}${faults}")
+if(NOT status EQUAL 0)
+  message(FATAL_ERROR "exit status ${status}")
+endif()
+string(REGEX REPLACE "script$" "out" expected ${SCRIPT})
+if(EXISTS ${expected})
+  file(READ ${expected} wanted)
+  if(NOT printed STREQUAL wanted)
+    message(FATAL_ERROR "what it printed is not what ${expected} holds")
+  endif()
+endif()
