@@ -196,7 +196,7 @@ char* WriteShortScaled(char* out, std::uint32_t number, int places) {
   const std::uint64_t digits = EightDigits(number);
   const int before = 8 - places;
   const int leading = std::min(std::countr_zero(digits) / 8, before - 1);
-  const int decimals = places - std::min(std::countr_zero(__builtin_bswap64(digits)) / 8, places);
+  const int decimals = places - std::min(std::countl_zero(digits) / 8, places);
   const std::uint64_t text = digits | kZeros;
   StoreEight(out, text >> (8 * leading));
   out += before - leading;

@@ -5,30 +5,22 @@
 #include <algorithm>
 #include <cmath>
 #include <filesystem>
-#include <fstream>
 #include <limits>
 #include <string>
 #include <vector>
+
+#include "support/temporary_folder.h"
 
 namespace ormel {
 namespace {
 
 namespace fs = std::filesystem;
 
-class PaletteFiles : public testing::Test {
+class PaletteFiles : public ::testing::Test {
  protected:
-  PaletteFiles() { fs::create_directories(folder_); }
-  ~PaletteFiles() override { fs::remove_all(folder_); }
+  fs::path Write(const std::string& text) const { return folder_.Write("test.ptf", text); }
 
-  fs::path Write(const std::string& text) const {
-    fs::path path = folder_ / "test.ptf";
-    std::ofstream(path, std::ios::binary) << text;
-    return path;
-  }
-
-  const fs::path folder_ =
-      fs::path(testing::TempDir()) /
-      (std::string("ormel_") + testing::UnitTest::GetInstance()->current_test_info()->name());
+  const testing::TemporaryFolder folder_;
 };
 
 std::string Repeated(int count, const std::string& text) {
@@ -59,7 +51,7 @@ TEST_F(PaletteFiles, AreGoodWith256NumbersInRange) {
   };
   for (const Case& c : cases) EXPECT_EQ(CheckPaletteFile(Write(c.text)), c.verdict) << c.why;
   EXPECT_EQ(CheckPaletteFile(folder_ / "missing.ptf"), "BAD");
-  EXPECT_EQ(CheckPaletteFile(folder_), "BAD");
+  EXPECT_EQ(CheckPaletteFile(folder_.Path()), "BAD");
 }
 
 TEST_F(PaletteFiles, AreReadAsFarAsTheyGo) {
@@ -80,7 +72,7 @@ TEST_F(PaletteFiles, AreReadAsFarAsTheyGo) {
 
 TEST_F(PaletteFiles, ThatCannotBeReadAreNamed) {
   Palette palette;
-  for (const fs::path& path : {folder_ / "missing.ptf", folder_}) {
+  for (const fs::path& path : {folder_ / "missing.ptf", folder_.Path()}) {
     const Outcome<int> read = ReadPalette(path, palette);
     ASSERT_TRUE(read.Failed());
     EXPECT_NE(read.Text().find(path.string()), std::string::npos) << read.Text();

@@ -3,27 +3,21 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <string>
+
+#include "support/temporary_folder.h"
 
 namespace ormel {
 namespace {
 
 namespace fs = std::filesystem;
 
-class Bitmap : public testing::Test {
+class Bitmap : public ::testing::Test {
  protected:
-  ~Bitmap() override { fs::remove(path_); }
+  std::string Bytes() const { return testing::ReadText(path_); }
 
-  std::string Bytes() const {
-    std::ifstream file(path_, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-  }
-
-  const fs::path path_ = fs::path(testing::TempDir()) /
-                         (std::string("ormel_") +
-                          testing::UnitTest::GetInstance()->current_test_info()->name() + ".bmp");
+  const testing::TemporaryFolder folder_;
+  const fs::path path_ = folder_ / "map.bmp";
 };
 
 // The bytes that `digits`, two hexadecimal digits each, stand for; blanks are passed over.
@@ -64,7 +58,7 @@ TEST_F(Bitmap, PadsARowToAMultipleOfFourBytes) {
 }
 
 TEST_F(Bitmap, WithoutPixelsLeavesTheOldFileAsItWas) {
-  std::ofstream(path_) << "old";
+  folder_.Write("map.bmp", "old");
   const Outcome<> written = WriteBitmap(Canvas(), path_);
   ASSERT_TRUE(written.Failed());
   EXPECT_EQ(written.Why().kind, FailureKind::kRefused);
@@ -72,7 +66,7 @@ TEST_F(Bitmap, WithoutPixelsLeavesTheOldFileAsItWas) {
 }
 
 TEST_F(Bitmap, InAFolderThatIsNotThereIsAFailure) {
-  EXPECT_TRUE(WriteBitmap(Canvas(1, 1), path_ / "no" / "folder.bmp").Failed());
+  EXPECT_TRUE(WriteBitmap(Canvas(1, 1), folder_ / "no" / "map.bmp").Failed());
 }
 
 }  // namespace

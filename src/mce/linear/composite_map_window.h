@@ -52,7 +52,7 @@ class FrmDraw final : public ui::Window {
   ui::ListBox PList{*this, "PList", ui::ListBox::Choice::kMultiple};
   ui::ListBox CList{*this, "CList"};
   ui::ColourSwatch CV{*this, "CV"};
-  ui::Button cmdGenerate{*this, "cmdGenerate", "&Generate Suitability Map"};
+  ui::Button cmdGenerate{*this, "cmdGenerate", "Generate Suitability Map"};
   ui::Button cmdExpBmp{*this, "cmdExpBmp", "Export"};
   ui::Button cmdCGP{*this, "cmdCGP", "Change Palette"};
   ui::Button cmdDispSel{*this, "cmdDispSel", "Display"};

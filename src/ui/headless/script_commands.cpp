@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cmath>
 #include <iterator>
 #include <limits>
 #include <optional>
@@ -37,8 +38,9 @@ int Number(const std::string& word, int minimum, int maximum) {
 }
 
 double Coordinate(const std::string& word) {
+  constexpr double kFarthest = 1e6;  // no picture is as large; the pixel still fits an int
   const std::optional<double> number = DecimalNumber(word);
-  if (!number) throw ScriptError(word + " is no number");
+  if (!number || !(std::abs(*number) <= kFarthest)) throw ScriptError(word + " is no coordinate");
   return *number;
 }
 

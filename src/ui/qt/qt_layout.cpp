@@ -187,18 +187,21 @@ Builder::Part Builder::BuildRow(const LayoutItem& item) {
 }
 
 void Builder::AddCells(QGridLayout& grid, int row, const std::vector<LayoutItem>& cells) {
+  const bool tall = Wants(cells).testFlag(Qt::Vertical);
   std::vector<Part> parts;
   for (std::size_t i = 0; i < cells.size(); ++i) {
     const bool isEmpty = cells[i].kind == Kind::kText && cells[i].text.empty();
     parts.push_back(isEmpty ? Part{} : Build(cells[i]));
     const auto column = static_cast<int>(i);
     const Part& part = parts.back();
+    const Qt::Orientations wants = Wants(cells[i]);
     if (part.layout != nullptr) grid.addLayout(part.layout, row, column);
     if (part.widget != nullptr) {
       const bool isFixed = part.widget->sizePolicy().horizontalPolicy() == QSizePolicy::Fixed;
-      grid.addWidget(part.widget, row, column, isFixed ? Qt::AlignLeft : Qt::Alignment());
+      grid.addWidget(part.widget, row, column,
+                     (isFixed ? Qt::AlignLeft : Qt::Alignment()) |
+                         (tall && !wants.testFlag(Qt::Vertical) ? Qt::AlignTop : Qt::Alignment()));
     }
-    const Qt::Orientations wants = Wants(cells[i]);
     const int share = std::max(cells[i].weight, 1);
     if (wants.testFlag(Qt::Horizontal)) grid.setColumnStretch(column, share);
     if (wants.testFlag(Qt::Vertical)) grid.setRowStretch(row, share);

@@ -1,0 +1,70 @@
+#include "ui/qt/qt_screen.h"
+
+#include <QApplication>
+#include <QBuffer>
+#include <QPixmap>
+#include <unordered_map>
+
+#include "base/file_writer.h"
+#include "ui/qt/qt_window.h"
+
+namespace ormel::ui {
+
+struct QtScreen::Windows {
+  QtWindow* Find(const Window* window) const {
+    const auto found = open.find(window);
+    return found == open.end() ? nullptr : found->second;
+  }
+
+  std::string iconFolder;
+  std::unordered_map<const Window*, QtWindow*> open;
+};
+
+QtScreen::QtScreen(std::string iconFolder) : windows_(std::make_unique<Windows>()) {
+  windows_->iconFolder = std::move(iconFolder);
+}
+
+QtScreen::~QtScreen() {
+  while (!windows_->open.empty()) windows_->open.begin()->second->Release();
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+void QtScreen::Open(Window& window, Window* owner, bool modal) {
+  QWidget* behind = windows_->Find(owner);
+  // Whatever opens above a modal window belongs to it: otherwise it could not be used.
+  if (behind == nullptr) behind = modal ? QApplication::activeWindow() : nullptr;
+  if (QWidget* waiting = QApplication::activeModalWidget()) behind = waiting;
+  auto* shown = new QtWindow(window, windows_->iconFolder,
+                             [this, &window] { windows_->open.erase(&window); });
+  windows_->open.emplace(&window, shown);
+  shown->ShowFirst(behind, modal);
+}
+
+void QtScreen::Show(Window& window, bool visible) {
+  if (QtWindow* shown = windows_->Find(&window)) {
+    shown->Update();
+    shown->setVisible(visible);
+    if (visible) shown->raise();
+  }
+}
+
+void QtScreen::Close(Window& window) {
+  if (QtWindow* shown = windows_->Find(&window)) shown->Release();
+}
+
+void QtScreen::ProcessEvents() {
+  QCoreApplication::processEvents();
+}
+
+bool QtScreen::Snapshot(Window& window, const std::string& file) {
+  QtWindow* shown = windows_->Find(&window);
+  if (shown == nullptr) return false;
+  shown->Update();
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
+  QByteArray png;
+  QBuffer buffer(&png);
+  return shown->grab().save(&buffer, "PNG") &&
+         WriteFile(file, {png.constData(), static_cast<std::size_t>(png.size())}).Ok();
+}
+
+}  // namespace ormel::ui

@@ -1,0 +1,276 @@
+#include "ui/qt/qt_window.h"
+
+#include <QCloseEvent>
+#include <QDragEnterEvent>
+#include <QGroupBox>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QMenuBar>
+#include <QMimeData>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QScreen>
+#include <QScrollArea>
+#include <QStatusBar>
+#include <QToolBar>
+#include <QUrl>
+#include <QVBoxLayout>
+#include <QWindow>
+#include <cmath>
+#include <utility>
+
+#include "ui/desktop.h"
+#include "ui/qt/qt_menus.h"
+#include "ui/qt/qt_view.h"
+
+namespace ormel::ui {
+namespace {
+
+// The page of a window. It is never smaller than its controls need, but for a screen that is
+// smaller still: then it scrolls.
+class PageArea final : public QScrollArea {
+ public:
+  explicit PageArea(QWidget* parent) : QScrollArea(parent) {
+    setFrameShape(QFrame::NoFrame);
+    setWidgetResizable(true);
+    setFocusPolicy(Qt::NoFocus);
+  }
+
+  QSize sizeHint() const override { return Bounded(widget()->sizeHint()); }
+  QSize minimumSizeHint() const override {
+    QSize size = widget()->minimumSizeHint();
+    const QLayout* layout = widget()->layout();
+    if (layout != nullptr && layout->hasHeightForWidth()) {
+      const int width = std::max(size.width(), isVisible() ? this->width() : sizeHint().width());
+      size.setHeight(std::max(size.height(), layout->minimumHeightForWidth(width)));
+    }
+    return Bounded(size);
+  }
+
+ protected:
+  bool eventFilter(QObject* object, QEvent* event) override {
+    if (object == widget() && event->type() == QEvent::LayoutRequest) updateGeometry();
+    return QScrollArea::eventFilter(object, event);
+  }
+
+ private:
+  // What is left of the screen beside title, menus and the desktop's own bars.
+  QSize Bounded(QSize size) const { return size.boundedTo(screen()->availableSize() * 17 / 20); }
+};
+
+}  // namespace
+
+QtWindow::QtWindow(Window& window, const std::string& iconFolder, std::function<void()> whenGone)
+    : window_(&window),
+      whenGone_(std::move(whenGone)),
+      area_(new PageArea(this)),
+      page_(new QWidget(area_)),
+      strip_(new QWidget(this)),
+      progress_(new QProgressBar(strip_)) {
+  auto* whole = new QWidget(this);
+  auto* column = new QVBoxLayout(whole);
+  column->setContentsMargins(0, 0, 0, 0);
+  column->setSpacing(0);
+  area_->setWidget(page_);
+  column->addWidget(area_, 1);
+  column->addWidget(strip_);
+  MakeStrip();
+  setCentralWidget(whole);
+  AddMenus(*this, window, iconFolder);
+  setAcceptDrops(static_cast<bool>(window.onDrop));
+  window.AttachView(this);
+  Update();
+}
+
+QtWindow::~QtWindow() {
+  if (window_ != nullptr) Release();
+}
+
+void QtWindow::MakeStrip() {
+  auto* row = new QHBoxLayout(strip_);
+  const int gap = fontMetrics().height() / 3;
+  row->setContentsMargins(2 * gap, gap, 2 * gap, gap);
+  auto* stop = new QPushButton(QStringLiteral("Stop"), strip_);
+  row->addWidget(progress_, 1);
+  row->addWidget(stop);
+  progress_->setRange(0, 1000);  // finer than percents: a long run is seen to move
+  connect(stop, &QPushButton::clicked, this, [this] {
+    if (window_ != nullptr) window_->StopRun();
+  });
+  strip_->hide();
+}
+
+void QtWindow::ShowFirst(QWidget* owner, bool modal) {
+  if (modal) {
+    setWindowFlag(Qt::Dialog);
+    setWindowModality(Qt::ApplicationModal);
+  }
+  if (owner != nullptr) {
+    winId();  // makes the native window, which keeps above its owner's from now on
+    windowHandle()->setTransientParent(owner->windowHandle());
+  }
+  if (IsBar()) {
+    const QRect room = screen()->availableGeometry();
+    move(room.topLeft());
+    resize(room.width(), sizeHint().height());
+  } else {
+    adjustSize();
+  }
+  show();
+  FocusFirst();
+}
+
+bool QtWindow::IsBar() const {
+  return window_->Tools() != nullptr && page_->sizeHint().height() <= 2 * fontMetrics().height();
+}
+
+void QtWindow::FocusFirst() {
+  for (QWidget* widget : built_.order) {
+    if ((widget->focusPolicy() & Qt::TabFocus) == 0 || widget->isHidden() || !widget->isEnabled()) {
+      continue;
+    }
+    widget->setFocus(Qt::OtherFocusReason);
+    return;
+  }
+}
+
+void QtWindow::Release() {
+  window_->AttachView(nullptr);
+  for (const auto& [control, view] : views_) view->Release();
+  views_.clear();
+  Gone();
+}
+
+void QtWindow::Gone() {
+  window_ = nullptr;
+  hide();
+  deleteLater();
+  if (whenGone_) std::exchange(whenGone_, nullptr)();
+}
+
+void QtWindow::Refresh() {
+  windowChanged_ = true;
+  Schedule();
+}
+
+void QtWindow::LayoutChanged() {
+  layoutChanged_ = true;
+  Schedule();
+}
+
+void QtWindow::Mark(View* view) {
+  marked_.emplace_back(view);
+  if (view->Subject() != nullptr) views_[view->Subject()] = view;
+  Schedule();
+}
+
+void QtWindow::Schedule() {
+  if (std::exchange(scheduled_, true)) return;
+  QMetaObject::invokeMethod(this, [this] { Update(); }, Qt::QueuedConnection);
+}
+
+void QtWindow::Update() {
+  scheduled_ = false;
+  if (window_ == nullptr) return;
+  if (std::exchange(layoutChanged_, false)) Rebuild();
+  for (const QPointer<View>& view : std::exchange(marked_, {})) {
+    if (view != nullptr) view->Sync();
+  }
+  ShowTexts(built_.texts);
+  if (std::exchange(windowChanged_, false)) SyncWindow();
+}
+
+QWidget* QtWindow::WidgetOf(Control& control) {
+  const auto known = views_.find(&control);
+  if (known != views_.end()) return known->second->Widget();
+  return MakeView(*this, control, page_)->Widget();
+}
+
+void QtWindow::Rebuild() {
+  rebuilding_ = true;
+  setUpdatesEnabled(false);
+  const QPointer<QWidget> focus = focusWidget();
+  TakeLayoutDown();
+  built_ = BuildLayout(window_->Layout(), page_, [this](Control& c) { return WidgetOf(c); });
+  QWidget* before = nullptr;
+  for (QWidget* widget : built_.order) {
+    if (before != nullptr) setTabOrder(before, widget);
+    before = widget;
+  }
+  for (const auto& [control, view] : views_) {
+    if (view->Widget() != nullptr && page_->isAncestorOf(view->Widget())) {
+      view->SetPlaced(control->Owner().Find(control->Name()) == control);
+    }
+  }
+  if (focus != nullptr && !focus->isHidden()) focus->setFocus(Qt::OtherFocusReason);
+  setUpdatesEnabled(true);
+  rebuilding_ = false;
+}
+
+// The widgets of controls stay; they wait on the page for their new places.
+void QtWindow::TakeLayoutDown() {
+  for (const auto& [control, view] : views_) {
+    QWidget* widget = view->Widget();
+    if (widget == nullptr || !page_->isAncestorOf(widget)) continue;
+    if (qobject_cast<QGroupBox*>(widget) != nullptr) delete widget->layout();
+    view->SetPlaced(false);
+  }
+  delete page_->layout();
+  for (const QPointer<QWidget>& widget : built_.made) {
+    if (widget != nullptr) widget->hide();
+    if (widget != nullptr) widget->deleteLater();
+  }
+}
+
+void QtWindow::SyncWindow() {
+  setWindowTitle(ToQt(window_->Caption()));
+  LetUse(window_->Enabled());
+  progress_->setValue(static_cast<int>(std::lround(10 * window_->StripPercent())));
+  strip_->setVisible(window_->StripShown());
+}
+
+// Everything but the strip.
+void QtWindow::LetUse(bool enabled) {
+  if (area_->isEnabled() == enabled) return;
+  if (!enabled) focusBefore_ = focusWidget();
+  area_->setEnabled(enabled);
+  if (window_->Menu() != nullptr) menuBar()->setEnabled(enabled);
+  for (QToolBar* bar : findChildren<QToolBar*>()) bar->setEnabled(enabled);
+  if (enabled && focusBefore_ != nullptr) focusBefore_->setFocus(Qt::OtherFocusReason);
+}
+
+void QtWindow::closeEvent(QCloseEvent* event) {
+  event->ignore();  // the program closes its windows itself, when nothing is left to ask
+  if (window_ != nullptr) window_->OnDesktop()->CloseByFrame(*window_);
+}
+
+void QtWindow::keyPressEvent(QKeyEvent* event) {
+  if (window_ == nullptr) return;
+  const std::string key = KeyName(*event);
+  if (window_->Running() && key == "Escape") {
+    window_->StopRun();
+  } else if (!window_->PressKey(key)) {
+    QMainWindow::keyPressEvent(event);
+  }
+}
+
+void QtWindow::changeEvent(QEvent* event) {
+  QMainWindow::changeEvent(event);
+  if (event->type() == QEvent::FontChange || event->type() == QEvent::ApplicationFontChange) {
+    LayoutChanged();
+  }
+}
+
+void QtWindow::dragEnterEvent(QDragEnterEvent* event) {
+  if (event->mimeData()->hasUrls()) event->acceptProposedAction();
+}
+
+void QtWindow::dropEvent(QDropEvent* event) {
+  event->acceptProposedAction();
+  for (const QUrl& url : event->mimeData()->urls()) {
+    if (window_ == nullptr || !url.isLocalFile() || !window_->Enabled()) continue;
+    window_->Dispatch([&] { window_->onDrop(FromQt(url.toLocalFile())); });
+  }
+}
+
+}  // namespace ormel::ui

@@ -1,0 +1,79 @@
+// A window on the screen: its title, menus and page of controls, and the strip of a long command
+// along its lower edge.
+#pragma once
+
+#include <QMainWindow>
+#include <functional>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include "ui/qt/qt_layout.h"
+#include "ui/window.h"
+
+class QProgressBar;
+class QScrollArea;
+
+namespace ormel::ui {
+
+class View;
+
+class QtWindow final : public QMainWindow, public WindowView {
+ public:
+  // `whenGone` is called when `window` is destroyed while it is open.
+  QtWindow(Window& window, const std::string& iconFolder, std::function<void()> whenGone);
+  ~QtWindow() override;
+
+  // Shows it for the first time, at the size that its controls ask for and the screen has.
+  void ShowFirst(QWidget* owner, bool modal);
+  // Lets go of the window and takes itself off the screen; it is deleted when its events are over.
+  void Release();
+
+  // WindowView.
+  void Refresh() override;
+  void LayoutChanged() override;
+  void Gone() override;
+
+  // What has changed since is brought to the screen. Runs by itself before the next event.
+  void Update();
+  void Mark(View* view);
+  void Forget(const Control& control) { views_.erase(&control); }
+  // Controls are being moved: that they lose the focus means nothing.
+  bool IsRebuilding() const { return rebuilding_; }
+
+ protected:
+  void closeEvent(QCloseEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void changeEvent(QEvent* event) override;
+  void dragEnterEvent(QDragEnterEvent* event) override;
+  void dropEvent(QDropEvent* event) override;
+
+ private:
+  void Schedule();
+  QWidget* WidgetOf(Control& control);
+  void MakeStrip();
+  void Rebuild();
+  void TakeLayoutDown();
+  void SyncWindow();
+  void LetUse(bool enabled);
+  void FocusFirst();
+  // A window of nothing but menus and tools lies along the upper edge of the screen.
+  bool IsBar() const;
+
+  Window* window_;  // null when it is closed
+  std::function<void()> whenGone_;
+  QScrollArea* area_;
+  QWidget* page_;
+  QWidget* strip_;
+  QProgressBar* progress_;
+  std::unordered_map<const Control*, View*> views_;
+  std::vector<QPointer<View>> marked_;
+  BuiltLayout built_;
+  QPointer<QWidget> focusBefore_;  // a command disables the window: who had the focus
+  bool scheduled_ = false;
+  bool windowChanged_ = true;
+  bool layoutChanged_ = true;
+  bool rebuilding_ = false;
+};
+
+}  // namespace ormel::ui

@@ -1,0 +1,123 @@
+// ormel-batch as a process: what it writes, what it says, and its exit status.
+
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+
+#include <cstdlib>
+#include <regex>
+#include <string>
+
+#include "support/model_folder.h"
+
+namespace ormel {
+namespace {
+
+using testing::ModelFolder;
+using testing::ReadText;
+using testing::TemporaryFolder;
+
+struct Ran {
+  int status = -1;
+  std::string output;
+  std::string errors;
+};
+
+class Batch : public ::testing::Test {
+ protected:
+  Ran Run(const std::string& arguments) const {
+    const std::string command = "cd " ORMEL_SOURCE_DIR " && ORMEL_HOME=" + Path("home") + " " +
+                                ORMEL_BATCH " " + arguments + " >" + Path("output") + " 2>" +
+                                Path("errors");
+    const int status = std::system(command.c_str());
+    return {WEXITSTATUS(status), ReadText(Path("output")), ReadText(Path("errors"))};
+  }
+  std::string Path(const std::string& name) const { return (folder_ / name).string(); }
+
+  TemporaryFolder folder_;
+};
+
+TEST_F(Batch, RunsTheSampleModel) {
+  const Ran ran =
+      Run("examples/kagwene/nesting.mif -o " + Path("out.asc") + " --picture " + Path("out.bmp"));
+  EXPECT_EQ(ran.status, 0);
+  EXPECT_EQ(ran.output + ran.errors, "");
+  EXPECT_EQ(ReadText(Path("out.asc")), ReadText(ORMEL_SOURCE_DIR "/tests/data/nesting.asc"));
+  EXPECT_EQ(ReadText(Path("out.bmp")).substr(0, 2), "BM");
+  const std::regex information(
+      "Gorilla nesting\r\n"
+      "Created on \\d+/\\d+/\\d{4} at \\d+:\\d\\d:\\d\\d [AP]M\r\n"
+      "\r\n"
+      "Factor:                  Weight:\r\n"
+      "     vegetation255.asc      5  \\(High Values Good\\)\r\n"
+      "     elevation255.asc       3  \\(High Values Good\\)\r\n"
+      "     waterdist255.asc       2  \\(Low Values Good\\)\r\n"
+      "     slope255.asc           1  \\(High Values Good\\)\r\n"
+      "\r\n"
+      "Constraints:\r\n"
+      "    examples/kagwene/sanctuary.asc\r\n"
+      "    examples/kagwene/walkable.asc\r\n");
+  EXPECT_TRUE(std::regex_match(ReadText(Path("out.inf")), information))
+      << ReadText(Path("out.inf"));
+}
+
+TEST_F(Batch, SaysInOneLineWhatIsWrong) {
+  const std::string map = folder_.Write("f.asc", ModelFolder::MapText({{1, 2}})).string();
+  folder_.Write("gone.mif", "\"FAC$" + map + "#1#True#FAC$no/such.asc#1#True#\"\r\n");
+  folder_.Write("noise.mif", std::string("\0\xFF#FOC$$#\"", 10));
+  const std::string good =
+      folder_.Write("good.mif", "\"FAC$" + map + "#1#True#CST$NULL\"\r\n").string();
+  const struct {
+    std::string arguments;
+    int status;
+    std::string errors;
+  } cases[] = {
+      {"no/such.mif -o " + Path("o.asc"), 1, "ormel-batch: no/such.mif: is not there\n"},
+      {Path("gone.mif") + " -o " + Path("o.asc"), 1, "ormel-batch: no/such.asc: is not there\n"},
+      {Path("noise.mif") + " -o " + Path("o.asc"), 1,
+       "ormel-batch: " + Path("noise.mif") + ": names no factor\n"},
+      {good + " -o /no/such/o.asc", 1,
+       "ormel-batch: /no/such/o.asc: cannot be written: No such file or directory\n"},
+      {good, 2, "ormel-batch: no output given: -o OUT.asc\n"},
+      {"", 2, "ormel-batch: no model given (--help tells more)\n"},
+      {good + " -o", 2, "ormel-batch: -o needs a file (--help tells more)\n"},
+      {good + " --fast", 2, "ormel-batch: unknown option --fast (--help tells more)\n"},
+      {good + " again.mif -o x", 2,
+       "ormel-batch: more than one model: " + good + " and again.mif (--help tells more)\n"},
+      {"--script no/such.script", 2, "no/such.script: cannot be read\n"},
+  };
+  for (const auto& test : cases) {
+    const Ran ran = Run(test.arguments);
+    EXPECT_EQ(ran.status, test.status) << test.arguments;
+    EXPECT_EQ(ran.errors, test.errors) << test.arguments;
+    EXPECT_FALSE(std::filesystem::exists(Path("o.asc"))) << test.arguments;
+  }
+}
+
+TEST_F(Batch, WarnsOfWhatItPassesOver) {
+  const std::string whole = folder_.Write("f.asc", ModelFolder::MapText({{1, 2}, {3, 4}})).string();
+  const std::string part =
+      folder_.Write("part.asc", "c 2\r\nr 2\r\nx 100.5\r\ny 200\r\ns 30\r\n 1 2\r\n 3\r\n")
+          .string();
+  const std::string mask =
+      folder_.Write("mask.asc", "c 2\r\nr 2\r\nx 100.5\r\ny 200\r\ns 30\r\n 1 1 1\r\n 1 1\r\n")
+          .string();
+  folder_.Write("m.mif", "\"FAC$" + whole + "#1#True#FAC$" + part + "#1#True#CST$" + mask + "#\"");
+  const Ran ran = Run(Path("m.mif") + " -o " + Path("o.asc"));
+  EXPECT_EQ(ran.status, 0);
+  EXPECT_EQ(ran.errors.find("Bad Constraint! " + mask), 0u) << ran.errors;
+  EXPECT_NE(ran.errors.find(part + ": ends in row 2 of 2\n"), std::string::npos) << ran.errors;
+}
+
+TEST_F(Batch, RunsScriptsFromStandardInputToo) {
+  const Ran ran =
+      Run("--script - examples/kagwene/nesting.mif <<'END'\n"
+          "print frmDraw.PList\nprint frmDraw.cmdGenerate\nclick frmDraw.nothing\nEND\n");
+  EXPECT_EQ(ran.status, 2);
+  EXPECT_EQ(ran.output,
+            "vegetation255.asc\nelevation255.asc\nwaterdist255.asc\nslope255.asc\n"
+            "Generate Suitability Map\n");
+  EXPECT_EQ(ran.errors.find("-:3: "), 0u) << ran.errors;
+}
+
+}  // namespace
+}  // namespace ormel

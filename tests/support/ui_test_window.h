@@ -1,0 +1,129 @@
+// A window with one control of each kind, which notes every event that its controls fire, and the
+// screen and desktop to show it on.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "ui/headless/headless_desktop.h"
+#include "ui/window.h"
+
+namespace ormel::ui::testing {
+
+class FrmTest : public Window {
+ public:
+  explicit FrmTest(std::string name = "frmTest") : Window(std::move(name), "Test") {
+    optSlope.SetCaptions({"&Rook", "Erdas", "Queen"});
+    ckRow.Resize(3);
+    txtName.SetMaximumLength(6);
+    lstOne.SetItems({"north", "south", "7"});
+    lstMany.SetItems({"a", "b", "c"});
+    cmbFixed.SetItems({"day", "hour"});
+    cmbTyped.SetItems({"one", "two"});
+    cmdOk.SetDefault();
+    cmdCancel.SetCancel();
+    picMap.SetImage(Canvas(4, 3));
+    SetLayout(Column{Frame{fraBox, txtInside}, txtName, Row{cmdOk, cmdCancel}});
+    for (Control* control : Controls()) Watch(*control);
+  }
+  ~FrmTest() override {
+    if (onDestroyed) onDestroyed();
+  }
+
+  // Notes every event of a control as NAME:EVENT.
+  void Watch(Control& control) {
+    const auto note = [this, name = control.Name()](const char* event) {
+      return [this, name, event] { events += name + ":" + event + " "; };
+    };
+    control.onClick = note("click");
+    control.onDoubleClick = note("double");
+    control.onChange = note("change");
+    control.onLeave = note("leave");
+    control.onSelect = note("select");
+    control.onMouse = [this, name = control.Name()](const MouseEvent& event) {
+      static constexpr const char* kNames[] = {"down", "move", "up", "click"};
+      events += name + ":" + kNames[static_cast<int>(event.action)] + " ";
+    };
+    control.onKey = [this, name = control.Name()](const std::string& key) {
+      events += name + ":" + key + " ";
+    };
+  }
+
+  // The events since the last call.
+  std::string TakeEvents() { return std::exchange(events, ""); }
+
+  bool QueryClose() override { return mayClose && (!onQueryClose || onQueryClose()); }
+  void OnClosed() override { events += "closed "; }
+
+  bool mayClose = true;
+  std::function<bool()> onQueryClose;
+  std::function<void()> onDestroyed;
+  std::string events;
+
+  Label lblState{*this, "lblState", "Ready"};
+  Button cmdOk{*this, "cmdOk", "&OK"};
+  Button cmdCancel{*this, "cmdCancel", "Cancel"};
+  CheckBox ckSmart{*this, "ckSmart", "Filter Data"};
+  ControlArray<CheckBox> ckRow{*this, "ckRow"};
+  OptionGroup optSlope{*this, "optSlope", 0};
+  FrameControl fraBox{*this, "fraBox", "Box"};
+  TextBox txtInside{*this, "txtInside"};
+  TextBox txtName{*this, "txtName"};
+  ListBox lstOne{*this, "lstOne"};
+  ListBox lstMany{*this, "lstMany", ListBox::Choice::kMultiple};
+  ComboBox cmbFixed{*this, "cmbFixed"};
+  ComboBox cmbTyped{*this, "cmbTyped", ComboBox::Kind::kTyped};
+  Slider sldWeight{*this, "sldWeight", 1, 100};
+  SpinButton spnWhole{*this, "spnWhole", 0, 2147483647};
+  Picture picMap{*this, "picMap"};
+  ColourSwatch swGround{*this, "swGround", 255};
+  FolderList Dir{*this, "Dir"};
+  StatusStrip status{*this, "status", 2};
+  MenuBar menu{*this,
+               {{"mFile",
+                 "&File",
+                 "",
+                 {},
+                 {{"mSave", "&Save", "Ctrl+S", {}, {}},
+                  MenuSpec::Separator(),
+                  {"mRun", "Run", "F12", {}, {}}}}}};
+  ToolBar tools{*this, "TBMain", {{"Load", "", {}, {{"", "First", "", {}, {}}}}}};
+};
+
+// Stands in for what a person does while a long command lets the windows live.
+class FakeScreen final : public Screen {
+ public:
+  void Open(Window&, Window*, bool) override {}
+  void Show(Window&, bool) override {}
+  void Close(Window&) override {}
+  void ProcessEvents() override {
+    ++pumps;
+    if (onPump) onPump();
+  }
+  bool Snapshot(Window&, const std::string& file) override {
+    pictures.push_back(file);
+    return canWrite;
+  }
+
+  int pumps = 0;
+  std::function<void()> onPump;
+  std::vector<std::string> pictures;
+  bool canWrite = true;
+};
+
+// A desktop without a person before it, and one test window on it.
+struct TestDesktop {
+  explicit TestDesktop(Screen* screen = nullptr) : desktop(log, screen) {}
+
+  FrmTest& ShowTest(std::string name = "frmTest") {
+    return desktop.Show(std::make_unique<FrmTest>(std::move(name)));
+  }
+
+  std::ostringstream log;
+  HeadlessDesktop desktop;
+};
+
+}  // namespace ormel::ui::testing
