@@ -23,8 +23,8 @@ void SetFrames(const std::vector<LayoutItem>& items, FrameControl* frame) {
 Window::Window(std::string name, std::string caption)
     : name_(std::move(name)), caption_(std::move(caption)) {}
 
-// The controls are members of the derived window and destroyed before this; the removed ones are the
-// last that are left.
+// The controls are members of the derived window and destroyed before this; the removed ones are
+// the last that are left.
 Window::~Window() { DestroyRetired(); }
 
 void Window::SetCaption(std::string caption) {

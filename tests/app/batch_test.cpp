@@ -109,9 +109,8 @@ TEST_F(Batch, WarnsOfWhatItPassesOver) {
 }
 
 TEST_F(Batch, RunsScriptsFromStandardInputToo) {
-  const Ran ran =
-      Run("--script - examples/kagwene/nesting.mif <<'END'\n"
-          "print frmDraw.PList\nprint frmDraw.cmdGenerate\nclick frmDraw.nothing\nEND\n");
+  folder_.Write("s", "print frmDraw.PList\nprint frmDraw.cmdGenerate\nclick frmDraw.nothing\n");
+  const Ran ran = Run("--script - examples/kagwene/nesting.mif <" + Path("s"));
   EXPECT_EQ(ran.status, 2);
   EXPECT_EQ(ran.output,
             "vegetation255.asc\nelevation255.asc\nwaterdist255.asc\nslope255.asc\n"

@@ -132,11 +132,13 @@ TEST(Dispatch, AnErrorInAHandlerEndsInAMessage) {
   EXPECT_THROW((void)unseen.cmdOk.Click(), std::out_of_range);
 }
 
+using LongRun = Run;  // a test fixture has a Run of its own
+
 // A long command on cmdOk, and a person who acts at every pump.
 class LongCommand : public ::testing::Test {
  protected:
   // Reports until it is stopped or `length` is over; true: it was stopped.
-  static bool Work(Run& run, std::chrono::milliseconds length) {
+  static bool Work(LongRun& run, std::chrono::milliseconds length) {
     const auto end = std::chrono::steady_clock::now() + length;
     while (std::chrono::steady_clock::now() < end) {
       if (!run.Report(50)) return true;
@@ -155,7 +157,7 @@ TEST_F(LongCommand, DisablesItsWindowAndShowsTheStripAfterHalfASecond) {
   bool stripLate = false;
   bool enabled = false;
   window.cmdOk.onClick = [&] {
-    Run run(window);
+    LongRun run(window);
     Work(run, 200ms);
     stripEarly = window.StripShown();
     Work(run, 400ms);
@@ -173,15 +175,15 @@ TEST_F(LongCommand, DisablesItsWindowAndShowsTheStripAfterHalfASecond) {
 
 TEST_F(LongCommand, EnablesItsWindowOnEveryWayOut) {
   window.cmdOk.onClick = [&] {
-    Run outer(window);
-    { Run inner(window); }
+    LongRun outer(window);
+    { LongRun inner(window); }
     EXPECT_FALSE(window.Enabled());
     throw std::runtime_error("unreadable");
   };
   EXPECT_TRUE(window.cmdOk.Click().Ok());
   EXPECT_TRUE(window.Enabled() && !window.Running());
   window.SetEnabled(false);
-  { const Run run(window); }
+  { const LongRun run(window); }
   EXPECT_FALSE(window.Enabled()) << "it was disabled before";
 }
 
@@ -191,10 +193,10 @@ TEST_F(LongCommand, EndsWhenAPersonPressesStop) {
   bool again = true;
   window.cmdOk.onClick = [&] {
     {
-      Run run(window);
+      LongRun run(window);
       stopped = Work(run, 5000ms);
     }
-    Run next(window);
+    LongRun next(window);
     again = !next.Report(0);
   };
   EXPECT_TRUE(window.cmdOk.Click().Ok());
@@ -212,10 +214,10 @@ TEST_F(LongCommand, EndsWhenAPersonClosesTheWindowWhichThenCloses) {
   };
   window.cmdOk.onClick = [&] {
     {
-      Run run(window);
+      LongRun run(window);
       stopped = Work(run, 5000ms);
     }
-    Run second(window);
+    LongRun second(window);
     next = !second.Report(0);
     EXPECT_TRUE(test.desktop.IsOpen(window));
   };
@@ -230,14 +232,14 @@ TEST_F(LongCommand, EndsWhenAPersonClosesTheWindowWhichThenCloses) {
     return test.desktop.Ask("Sure?", "", Buttons::kYesNo) == Answer::kYes;
   };
   second.cmdOk.onClick = [&] {
-    Run run(second);
+    LongRun run(second);
     test.desktop.CloseByFrame(second);
   };
   EXPECT_THROW((void)second.cmdOk.Click(), ScriptError);
 }
 
 TEST_F(LongCommand, TellsAFailureButNotACancellation) {
-  Run run(window);
+  LongRun run(window);
   EXPECT_TRUE(run.Report(Outcome<>(Done{})));
   EXPECT_FALSE(run.Report(Outcome<>(Cancelled{})));
   EXPECT_FALSE(run.Report(Outcome<>(Failure{FailureKind::kDisk, "disk full"})));

@@ -22,7 +22,8 @@ class QtProgram {
   QtProgram(const QtProgram&) = delete;
   QtProgram& operator=(const QtProgram&) = delete;
 
-  // Returns when the last window of `desktop` is closed, or after Quit(); at once when none is open.
+  // Returns when the last window of `desktop` is closed, or after Quit(); at once when none is
+  // open.
   void Run(const Desktop& desktop);
   void Quit();
 

@@ -75,8 +75,8 @@ Qt::Orientations Builder::Wants(const std::vector<LayoutItem>& items) const {
 // then.
 int Builder::Share(const LayoutItem& item, const std::vector<LayoutItem>& among,
                    Qt::Orientation direction) const {
-  const bool counted = std::any_of(among.begin(), among.end(),
-                                   [](const LayoutItem& one) { return one.weight > 0; });
+  const bool counted =
+      std::any_of(among.begin(), among.end(), [](const LayoutItem& one) { return one.weight > 0; });
   if (item.weight > 0 || !counted) return item.weight;
   return Wants(item).testFlag(direction) ? 1 : 0;
 }
@@ -115,7 +115,8 @@ Builder::Part Builder::BuildText(const std::string& text) {
 }
 
 Builder::Part Builder::BuildFrame(const LayoutItem& item) {
-  auto* box = item.control != nullptr ? qobject_cast<QGroupBox*>(widgetOf_(*item.control)) : nullptr;
+  auto* box =
+      item.control != nullptr ? qobject_cast<QGroupBox*>(widgetOf_(*item.control)) : nullptr;
   if (box == nullptr) {
     box = new QGroupBox(ToQt(item.text), page_);
     built.made.push_back(box);

@@ -19,7 +19,7 @@ struct LayoutText {
 };
 
 struct BuiltLayout {
-  std::vector<QWidget*> order;        // the controls, as the Tab key goes through them
+  std::vector<QWidget*> order;  // the controls, as the Tab key goes through them
   std::vector<LayoutText> texts;
   std::vector<QPointer<QWidget>> made;  // labels and boxes without a control; the next build
                                         // deletes them

@@ -1,7 +1,7 @@
 #include "ui/qt/qt_picture.h"
 
-#include <QPainter>
 #include <QPaintEvent>
+#include <QPainter>
 #include <algorithm>
 #include <cmath>
 #include <vector>
@@ -32,8 +32,8 @@ void AddRows(const Canvas& source, Stretch1 rows, const std::vector<Stretch1>& c
              std::vector<std::uint32_t>& sums) {
   std::fill(sums.begin(), sums.end(), 0U);
   for (int y = rows.first; y < rows.end; ++y) {
-    const std::uint8_t* row =
-        source.Bytes().data() + 3 * static_cast<std::size_t>(y) * static_cast<std::size_t>(source.Width());
+    const std::uint8_t* row = source.Bytes().data() + 3 * static_cast<std::size_t>(y) *
+                                                          static_cast<std::size_t>(source.Width());
     std::uint32_t* sum = sums.data();
     for (const Stretch1& column : columns) {
       for (const std::uint8_t* pixel = row + 3 * column.first; pixel < row + 3 * column.end;
@@ -62,8 +62,8 @@ QImage ScalePicture(const Canvas& source, QSize size) {
     AddRows(source, rows, columns, sums);
     auto* line = reinterpret_cast<QRgb*>(scaled.scanLine(y));
     for (std::size_t x = 0; x < columns.size(); ++x) {
-      const auto count = static_cast<std::uint32_t>((rows.end - rows.first) *
-                                                    (columns[x].end - columns[x].first));
+      const auto count =
+          static_cast<std::uint32_t>((rows.end - rows.first) * (columns[x].end - columns[x].first));
       const auto mean = [&](std::size_t part) {
         return static_cast<int>((sums[3 * x + part] + count / 2) / count);
       };
@@ -88,8 +88,7 @@ void PictureWidget::SetCanvas(const Canvas* canvas) {
 
 void PictureWidget::SetStripHeight(int height) {
   stripHeight_ = height;
-  setSizePolicy(QSizePolicy::Expanding,
-                height > 0 ? QSizePolicy::Fixed : QSizePolicy::Expanding);
+  setSizePolicy(QSizePolicy::Expanding, height > 0 ? QSizePolicy::Fixed : QSizePolicy::Expanding);
   update();
 }
 

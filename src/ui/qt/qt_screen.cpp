@@ -52,9 +52,7 @@ void QtScreen::Close(Window& window) {
   if (QtWindow* shown = windows_->Find(&window)) shown->Release();
 }
 
-void QtScreen::ProcessEvents() {
-  QCoreApplication::processEvents();
-}
+void QtScreen::ProcessEvents() { QCoreApplication::processEvents(); }
 
 bool QtScreen::Snapshot(Window& window, const std::string& file) {
   QtWindow* shown = windows_->Find(&window);

@@ -12,7 +12,8 @@ namespace ormel::ui {
 
 class QtScreen final : public Screen {
  public:
-  // `iconFolder` holds the pictures of toolbars. A button whose picture is not there shows its text.
+  // `iconFolder` holds the pictures of toolbars. A button whose picture is not there shows its
+  // text.
   explicit QtScreen(std::string iconFolder = "");
   ~QtScreen() override;
 

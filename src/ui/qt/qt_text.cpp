@@ -12,15 +12,22 @@ struct NamedKey {
   const char* name;
 };
 
-constexpr std::array kNamedKeys{
-    NamedKey{Qt::Key_Home, "Home"},         NamedKey{Qt::Key_End, "End"},
-    NamedKey{Qt::Key_Left, "Left"},         NamedKey{Qt::Key_Right, "Right"},
-    NamedKey{Qt::Key_Up, "Up"},             NamedKey{Qt::Key_Down, "Down"},
-    NamedKey{Qt::Key_PageUp, "PageUp"},     NamedKey{Qt::Key_PageDown, "PageDown"},
-    NamedKey{Qt::Key_Insert, "Insert"},     NamedKey{Qt::Key_Delete, "Delete"},
-    NamedKey{Qt::Key_Backspace, "BackSpace"}, NamedKey{Qt::Key_Return, "Return"},
-    NamedKey{Qt::Key_Enter, "Return"},      NamedKey{Qt::Key_Escape, "Escape"},
-    NamedKey{Qt::Key_Tab, "Tab"},           NamedKey{Qt::Key_Backtab, "Tab"}};
+constexpr std::array kNamedKeys{NamedKey{Qt::Key_Home, "Home"},
+                                NamedKey{Qt::Key_End, "End"},
+                                NamedKey{Qt::Key_Left, "Left"},
+                                NamedKey{Qt::Key_Right, "Right"},
+                                NamedKey{Qt::Key_Up, "Up"},
+                                NamedKey{Qt::Key_Down, "Down"},
+                                NamedKey{Qt::Key_PageUp, "PageUp"},
+                                NamedKey{Qt::Key_PageDown, "PageDown"},
+                                NamedKey{Qt::Key_Insert, "Insert"},
+                                NamedKey{Qt::Key_Delete, "Delete"},
+                                NamedKey{Qt::Key_Backspace, "BackSpace"},
+                                NamedKey{Qt::Key_Return, "Return"},
+                                NamedKey{Qt::Key_Enter, "Return"},
+                                NamedKey{Qt::Key_Escape, "Escape"},
+                                NamedKey{Qt::Key_Tab, "Tab"},
+                                NamedKey{Qt::Key_Backtab, "Tab"}};
 
 }  // namespace
 

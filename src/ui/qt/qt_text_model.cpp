@@ -7,7 +7,8 @@
 namespace ormel::ui {
 
 void TextModel::Show(const std::vector<std::string>& entries) {
-  const auto common = std::mismatch(entries_.begin(), entries_.end(), entries.begin(), entries.end());
+  const auto common =
+      std::mismatch(entries_.begin(), entries_.end(), entries.begin(), entries.end());
   const auto same = static_cast<int>(common.first - entries_.begin());
   const int before = rowCount();
   const auto after = static_cast<int>(entries.size());

@@ -11,11 +11,9 @@
 namespace ormel::ui {
 
 View::View(QtWindow& window, Control& control, QObject* thing)
-    : QObject(thing),
-      window_(window),
-      control_(&control),
-      widget_(qobject_cast<QWidget*>(thing)) {
+    : QObject(thing), window_(window), control_(&control), widget_(qobject_cast<QWidget*>(thing)) {
   control.AttachView(this);
+  window.Know(control, this);
   if (widget_ != nullptr) Watch(widget_);
   Refresh();
 }
@@ -86,7 +84,8 @@ bool View::eventFilter(QObject* object, QEvent* event) {
   return QObject::eventFilter(object, event);
 }
 
-// The widget takes the key first (it types, moves the selection, ...), then the program hears of it.
+// The widget takes the key first (it types, moves the selection, ...), then the program hears of
+// it.
 bool View::PassKey(QObject* object, QEvent* event) {
   if (!control_->onKey) return false;
   const std::string key = KeyName(static_cast<const QKeyEvent&>(*event));
@@ -122,9 +121,9 @@ View* MakeFirst(std::initializer_list<Maker> makers, QtWindow& window, Control& 
 }
 
 View* MakeView(QtWindow& window, Control& control, QWidget* parent) {
-  View* view = MakeFirst({MakeTextView, MakeButtonView, MakeListView, MakeFolderView,
-                          MakeRangeView, MakePictureView},
-                         window, control, parent);
+  View* view = MakeFirst(
+      {MakeTextView, MakeButtonView, MakeListView, MakeFolderView, MakeRangeView, MakePictureView},
+      window, control, parent);
   if (view == nullptr) throw std::logic_error("no widget can show the control " + control.Name());
   return view;
 }

@@ -50,8 +50,8 @@ class ListView final : public ViewOfKind<ListBox, ListWidget> {
     for (std::size_t i = 0; i < selected.size();) {
       std::size_t end = i + 1;
       while (end < selected.size() && selected[end] == selected[end - 1] + 1) ++end;
-      selection.append(
-          QItemSelectionRange(entries.index(selected[i] - 1), entries.index(selected[end - 1] - 1)));
+      selection.append(QItemSelectionRange(entries.index(selected[i] - 1),
+                                           entries.index(selected[end - 1] - 1)));
       i = end;
     }
     QItemSelectionModel& model = *The().selectionModel();

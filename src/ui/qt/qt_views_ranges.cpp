@@ -77,7 +77,8 @@ class SpinArrows final : public QAbstractSpinBox {
     initStyleOption(&option);
     const int height = QAbstractSpinBox::sizeHint().height();
     option.rect.setSize({4 * height, height});
-    const QRect arrow = style()->subControlRect(QStyle::CC_SpinBox, &option, QStyle::SC_SpinBoxUp, this);
+    const QRect arrow =
+        style()->subControlRect(QStyle::CC_SpinBox, &option, QStyle::SC_SpinBoxUp, this);
     return {arrow.width() + 4, height};
   }
   QSize minimumSizeHint() const override { return sizeHint(); }

@@ -80,9 +80,8 @@ class PageView final : public ViewOfKind<TextBox, QPlainTextEdit> {
     The().setTabChangesFocus(true);
     const QFontMetrics letters = The().fontMetrics();
     The().setMinimumSize(letters.averageCharWidth() * 16, letters.height() * 4);
-    connect(&The(), &QPlainTextEdit::textChanged, this, [this] {
-      Act([&](TextBox& box) { return box.Type(FromQt(The().toPlainText())); });
-    });
+    connect(&The(), &QPlainTextEdit::textChanged, this,
+            [this] { Act([&](TextBox& box) { return box.Type(FromQt(The().toPlainText())); }); });
   }
 
  private:

@@ -82,10 +82,6 @@ QtWindow::QtWindow(Window& window, const std::string& iconFolder, std::function<
   Update();
 }
 
-QtWindow::~QtWindow() {
-  if (window_ != nullptr) Release();
-}
-
 void QtWindow::MakeStrip() {
   auto* row = new QHBoxLayout(strip_);
   const int gap = fontMetrics().height() / 3;
@@ -114,7 +110,7 @@ void QtWindow::ShowFirst(QWidget* owner, bool modal) {
     move(room.topLeft());
     resize(room.width(), sizeHint().height());
   } else {
-    adjustSize();
+    resize(sizeHint());
   }
   show();
   FocusFirst();
@@ -160,30 +156,39 @@ void QtWindow::LayoutChanged() {
 
 void QtWindow::Mark(View* view) {
   marked_.emplace_back(view);
-  if (view->Subject() != nullptr) views_[view->Subject()] = view;
   Schedule();
 }
 
 void QtWindow::Schedule() {
   if (std::exchange(scheduled_, true)) return;
-  QMetaObject::invokeMethod(this, [this] { Update(); }, Qt::QueuedConnection);
+  QMetaObject::invokeMethod(
+      this, [this] { Update(); }, Qt::QueuedConnection);
 }
 
 void QtWindow::Update() {
   scheduled_ = false;
   if (window_ == nullptr) return;
-  if (std::exchange(layoutChanged_, false)) Rebuild();
+  if (std::exchange(layoutChanged_, false)) {
+    Rebuild();
+  } else {
+    SyncViews();
+  }
+  if (std::exchange(windowChanged_, false)) SyncWindow();
+}
+
+void QtWindow::SyncViews() {
   for (const QPointer<View>& view : std::exchange(marked_, {})) {
     if (view != nullptr) view->Sync();
   }
   ShowTexts(built_.texts);
-  if (std::exchange(windowChanged_, false)) SyncWindow();
 }
 
+// Called for every control of a layout that is being built.
 QWidget* QtWindow::WidgetOf(Control& control) {
   const auto known = views_.find(&control);
-  if (known != views_.end()) return known->second->Widget();
-  return MakeView(*this, control, page_)->Widget();
+  View* view = known != views_.end() ? known->second : MakeView(*this, control, page_);
+  view->SetPlaced(true);
+  return view->Widget();
 }
 
 void QtWindow::Rebuild() {
@@ -192,16 +197,10 @@ void QtWindow::Rebuild() {
   const QPointer<QWidget> focus = focusWidget();
   TakeLayoutDown();
   built_ = BuildLayout(window_->Layout(), page_, [this](Control& c) { return WidgetOf(c); });
-  QWidget* before = nullptr;
-  for (QWidget* widget : built_.order) {
-    if (before != nullptr) setTabOrder(before, widget);
-    before = widget;
+  for (std::size_t i = 1; i < built_.order.size(); ++i) {
+    setTabOrder(built_.order[i - 1], built_.order[i]);
   }
-  for (const auto& [control, view] : views_) {
-    if (view->Widget() != nullptr && page_->isAncestorOf(view->Widget())) {
-      view->SetPlaced(control->Owner().Find(control->Name()) == control);
-    }
-  }
+  SyncViews();
   if (focus != nullptr && !focus->isHidden()) focus->setFocus(Qt::OtherFocusReason);
   setUpdatesEnabled(true);
   rebuilding_ = false;
@@ -213,12 +212,14 @@ void QtWindow::TakeLayoutDown() {
     QWidget* widget = view->Widget();
     if (widget == nullptr || !page_->isAncestorOf(widget)) continue;
     if (qobject_cast<QGroupBox*>(widget) != nullptr) delete widget->layout();
+    if (widget->parentWidget() != page_) widget->setParent(page_);
     view->SetPlaced(false);
   }
   delete page_->layout();
   for (const QPointer<QWidget>& widget : built_.made) {
-    if (widget != nullptr) widget->hide();
-    if (widget != nullptr) widget->deleteLater();
+    if (widget == nullptr) continue;
+    widget->hide();
+    widget->deleteLater();
   }
 }
 

@@ -22,7 +22,6 @@ class QtWindow final : public QMainWindow, public WindowView {
  public:
   // `whenGone` is called when `window` is destroyed while it is open.
   QtWindow(Window& window, const std::string& iconFolder, std::function<void()> whenGone);
-  ~QtWindow() override;
 
   // Shows it for the first time, at the size that its controls ask for and the screen has.
   void ShowFirst(QWidget* owner, bool modal);
@@ -36,6 +35,7 @@ class QtWindow final : public QMainWindow, public WindowView {
 
   // What has changed since is brought to the screen. Runs by itself before the next event.
   void Update();
+  void Know(const Control& control, View* view) { views_[&control] = view; }
   void Mark(View* view);
   void Forget(const Control& control) { views_.erase(&control); }
   // Controls are being moved: that they lose the focus means nothing.
@@ -53,6 +53,7 @@ class QtWindow final : public QMainWindow, public WindowView {
   QWidget* WidgetOf(Control& control);
   void MakeStrip();
   void Rebuild();
+  void SyncViews();
   void TakeLayoutDown();
   void SyncWindow();
   void LetUse(bool enabled);

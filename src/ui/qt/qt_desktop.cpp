@@ -1,0 +1,115 @@
+#include "ui/qt/qt_desktop.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QMessageBox>
+#include <QStyle>
+#include <QStyleFactory>
+#include <exception>
+
+#include "ui/qt/qt_services.h"
+#include "ui/qt/qt_text.h"
+#include "ui/window.h"
+
+namespace ormel::ui {
+namespace {
+
+// Nothing may be thrown through the toolkit's event loop. Handlers are caught by their windows
+// already; this is the last net.
+class SafeApplication final : public QApplication {
+ public:
+  using QApplication::QApplication;
+
+  bool notify(QObject* receiver, QEvent* event) override {
+    try {
+      return QApplication::notify(receiver, event);
+    } catch (const std::exception& error) {
+      QMessageBox::critical(activeWindow(), kProgramTitle, error.what());
+      return true;
+    }
+  }
+};
+
+}  // namespace
+
+struct QtProgram::Application {
+  Application(int& argc, char** argv) : qt(argc, argv) {}
+  SafeApplication qt;
+};
+
+QtProgram::QtProgram(int& argc, char** argv)
+    : application_(std::make_unique<Application>(argc, argv)) {
+  QApplication::setApplicationName(QStringLiteral("ormel"));
+  QApplication::setQuitOnLastWindowClosed(false);  // QtDesktop knows better: see Idle()
+  if (QApplication::style()->name() == QLatin1String("windows")) {
+    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+  }
+}
+
+QtProgram::~QtProgram() = default;
+
+void QtProgram::Run(const Desktop& desktop) {
+  if (!desktop.OpenWindows().empty()) QApplication::exec();
+}
+
+void QtProgram::Quit() { QApplication::quit(); }
+
+QtDesktop::QtDesktop(Screen* screen) : Desktop(screen), services_(std::make_unique<Services>()) {}
+
+QtDesktop::~QtDesktop() = default;
+
+TimerId QtDesktop::StartTimer(std::chrono::milliseconds interval, Handler tick) {
+  const TimerId id = ++services_->lastTimer;
+  auto ticker = std::make_shared<Services::Ticker>();
+  ticker->tick = std::move(tick);
+  ticker->timer = std::make_unique<QTimer>();
+  ticker->timer->setTimerType(Qt::PreciseTimer);
+  QObject::connect(ticker->timer.get(), &QTimer::timeout, &services_->life,
+                   [this, id] { Tick(id); });
+  ticker->timer->start(interval);
+  services_->tickers.emplace(id, std::move(ticker));
+  return id;
+}
+
+void QtDesktop::StopTimer(TimerId timer) {
+  const auto found = services_->tickers.find(timer);
+  if (found == services_->tickers.end()) return;
+  found->second->timer->stop();
+  found->second->timer.release()->deleteLater();  // it may be the one that ticks
+  services_->tickers.erase(found);
+}
+
+void QtDesktop::Tick(TimerId timer) {
+  const auto found = services_->tickers.find(timer);
+  if (found == services_->tickers.end() || found->second->running) return;
+  const std::shared_ptr<Services::Ticker> ticker = found->second;
+  const Nesting nesting(this);
+  ticker->running = true;
+  try {
+    ticker->tick();
+  } catch (const std::exception& error) {
+    Message(error.what());
+  }
+  ticker->running = false;
+}
+
+void QtDesktop::SetClipboardText(const std::string& text) {
+  QApplication::clipboard()->setText(ToQt(text));
+}
+
+std::string QtDesktop::ClipboardText() { return FromQt(QApplication::clipboard()->text()); }
+
+void QtDesktop::SetClipboardPicture(const Canvas& picture) {
+  QApplication::clipboard()->setImage(ViewOf(picture).copy());
+}
+
+void QtDesktop::RunModal(Window& window) {
+  while (IsOpen(window)) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+}
+
+void QtDesktop::Idle() {
+  QTimer::singleShot(0, &services_->life, [this] { Sweep(); });
+  if (OpenWindows().empty()) QApplication::quit();
+}
+
+}  // namespace ormel::ui

@@ -1,0 +1,177 @@
+// Message boxes, prompts and the dialogs for files, colours and fonts.
+#include <QApplication>
+#include <QColorDialog>
+#include <QDir>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QFontDialog>
+#include <QInputDialog>
+#include <QMessageBox>
+
+#include "ui/file_controls.h"
+#include "ui/qt/qt_desktop.h"
+#include "ui/qt/qt_services.h"
+#include "ui/qt/qt_text.h"
+
+namespace ormel::ui {
+namespace {
+
+// The window that a dialog stands before.
+QWidget* InFront() {
+  QWidget* modal = QApplication::activeModalWidget();
+  return modal != nullptr ? modal : QApplication::activeWindow();
+}
+
+struct ButtonSet {
+  Buttons buttons;
+  QMessageBox::StandardButtons shown;
+  QMessageBox::StandardButton first;  // Return presses it
+};
+
+constexpr ButtonSet kButtonSets[] = {
+    {Buttons::kOk, QMessageBox::Ok, QMessageBox::Ok},
+    {Buttons::kOkCancel, QMessageBox::Ok | QMessageBox::Cancel, QMessageBox::Ok},
+    {Buttons::kYesNo, QMessageBox::Yes | QMessageBox::No, QMessageBox::Yes},
+    {Buttons::kYesNoCancel, QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel,
+     QMessageBox::Yes}};
+
+Answer AnswerOf(int button) {
+  switch (button) {
+    case QMessageBox::Ok:
+      return Answer::kOk;
+    case QMessageBox::Yes:
+      return Answer::kYes;
+    case QMessageBox::No:
+      return Answer::kNo;
+    default:
+      return Answer::kCancel;
+  }
+}
+
+bool IsPattern(const std::string& name) { return name.find_first_of("*?") != std::string::npos; }
+
+QString Words(const std::string& patterns) { return ToQt(patterns).replace(';', ' '); }
+
+// "Bitmap (.bmp)" and "*.bmp" make "Bitmap (.bmp) (*.bmp)"; the last brackets are not shown.
+QStringList NameFilters(const std::vector<FilterEntry>& entries) {
+  QStringList filters;
+  for (const FilterEntry& entry : entries) {
+    filters.append(ToQt(entry.name) + " (" + Words(entry.patterns) + ")");
+  }
+  return filters;
+}
+
+// The ending that the patterns of an entry name first, "bmp" of "*.bmp;*.dib"; empty: none does.
+std::string EndingOf(const std::string& patterns) {
+  const std::string first = patterns.substr(0, patterns.find(';'));
+  if (first.rfind("*.", 0) != 0 || IsPattern(first.substr(2))) return {};
+  return first.substr(2);
+}
+
+// A name without an ending gets the default one, or that of the chosen entry when the default does
+// not fit it.
+std::string WithEnding(const QString& path, const FileDialog& dialog, int filterIndex) {
+  const std::string name = FromQt(QFileInfo(path).fileName());
+  if (dialog.defaultExtension.empty() || name.find('.') != std::string::npos) return FromQt(path);
+  std::string ending = dialog.defaultExtension;
+  if (ending.front() == '.') ending.erase(0, 1);
+  const std::vector<FilterEntry> entries = ParseFilter(dialog.filter);
+  const auto chosen = static_cast<std::size_t>(filterIndex - 1);
+  if (chosen < entries.size() && !FitsPattern(name + "." + ending, entries[chosen].patterns)) {
+    const std::string other = EndingOf(entries[chosen].patterns);
+    if (!other.empty()) ending = other;
+  }
+  return FromQt(path) + "." + ending;
+}
+
+void ProposeName(QFileDialog& box, const FileDialog& dialog, const QStringList& filters) {
+  if (dialog.name.empty()) return;
+  if (!IsPattern(dialog.name)) {
+    box.selectFile(ToQt(dialog.name));
+    return;
+  }
+  const std::vector<FilterEntry> entries = ParseFilter(dialog.filter);
+  for (std::size_t i = 0; i < entries.size(); ++i) {
+    const std::string patterns = ";" + entries[i].patterns + ";";
+    if (patterns.find(";" + dialog.name + ";") == std::string::npos) continue;
+    box.selectNameFilter(filters[static_cast<qsizetype>(i)]);
+    return;
+  }
+}
+
+}  // namespace
+
+Answer QtDesktop::Ask(const std::string& text, const std::string& title, Buttons buttons) {
+  QMessageBox box(InFront());
+  box.setWindowTitle(ToQt(title));
+  box.setTextFormat(Qt::PlainText);
+  box.setText(ToQt(text));
+  box.setIcon(buttons == Buttons::kOk ? QMessageBox::Information : QMessageBox::Question);
+  for (const ButtonSet& set : kButtonSets) {
+    if (set.buttons != buttons) continue;
+    box.setStandardButtons(set.shown);
+    box.setDefaultButton(set.first);
+  }
+  return AnswerOf(box.exec());
+}
+
+std::optional<std::string> QtDesktop::Prompt(const std::string& text, const std::string& title,
+                                             const std::string& proposal) {
+  QInputDialog box(InFront());
+  box.setWindowTitle(ToQt(title));
+  box.setLabelText(ToQt(text));
+  box.setTextValue(ToQt(proposal));
+  if (box.exec() != QDialog::Accepted) return std::nullopt;
+  return FromQt(box.textValue());
+}
+
+std::optional<FileChoice> QtDesktop::AskForFile(const FileDialog& dialog, bool save) {
+  QFileDialog box(InFront(), ToQt(dialog.title));
+  box.setAcceptMode(save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
+  box.setFileMode(save              ? QFileDialog::AnyFile
+                  : dialog.multiple ? QFileDialog::ExistingFiles
+                                    : QFileDialog::ExistingFile);
+  box.setOption(QFileDialog::DontConfirmOverwrite);
+  box.setOption(QFileDialog::HideNameFilterDetails);
+  const QStringList filters = NameFilters(ParseFilter(dialog.filter));
+  if (!filters.isEmpty()) box.setNameFilters(filters);
+  const QString folder =
+      dialog.folder.empty() ? services_->folders[dialog.title] : ToQt(dialog.folder);
+  box.setDirectory(folder.isEmpty() ? QDir::currentPath() : folder);
+  ProposeName(box, dialog, filters);
+  if (box.exec() != QDialog::Accepted || box.selectedFiles().isEmpty()) return std::nullopt;
+
+  FileChoice choice;
+  choice.filterIndex = std::max(1, static_cast<int>(filters.indexOf(box.selectedNameFilter())) + 1);
+  for (const QString& path : box.selectedFiles()) {
+    choice.paths.push_back(save ? WithEnding(path, dialog, choice.filterIndex) : FromQt(path));
+  }
+  services_->folders[dialog.title] = QFileInfo(box.selectedFiles().front()).absolutePath();
+  return choice;
+}
+
+std::optional<FileChoice> QtDesktop::OpenFile(const FileDialog& dialog) {
+  return AskForFile(dialog, false);
+}
+
+std::optional<FileChoice> QtDesktop::SaveFile(const FileDialog& dialog) {
+  return AskForFile(dialog, true);
+}
+
+std::optional<Colour> QtDesktop::PickColour(const std::string& title, Colour start) {
+  const QColor chosen =
+      QColorDialog::getColor(QColor(Red(start), Green(start), Blue(start)), InFront(), ToQt(title));
+  if (!chosen.isValid()) return std::nullopt;
+  return Rgb(chosen.red(), chosen.green(), chosen.blue());
+}
+
+std::optional<Font> QtDesktop::PickFont(const std::string& title, const Font& start) {
+  QFont font(ToQt(start.family), start.size, start.bold ? QFont::Bold : QFont::Normal,
+             start.italic);
+  bool accepted = false;
+  font = QFontDialog::getFont(&accepted, font, InFront(), ToQt(title));
+  if (!accepted) return std::nullopt;
+  return Font{FromQt(font.family()), font.pointSize(), font.bold(), font.italic()};
+}
+
+}  // namespace ormel::ui
