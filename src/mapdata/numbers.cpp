@@ -93,8 +93,8 @@ double ConvertAny(const NumberShape& shape) {
   return value;
 }
 
-// A mantissa of at most 15 digits is an exact integer over an exact power of ten, so that a single
-// division gives the nearest double.
+// At most 15 digits and a point are an exact integer over an exact power of ten, so that a single
+// division gives the nearest double; 16 digits without a point need no division.
 bool ConvertShort(std::string_view mantissa, double& value) {
   if (mantissa.size() > kDoubleDigits + 1) return false;
   std::uint64_t digits = 0;
@@ -106,7 +106,6 @@ bool ConvertShort(std::string_view mantissa, double& value) {
       digits = digits * 10 + static_cast<std::uint64_t>(mantissa[i] - '0');
     }
   }
-  if (digits >= static_cast<std::uint64_t>(kFifteenDigits)) return false;
   value = static_cast<double>(digits) / kPowersOfTen[decimals];
   return true;
 }

@@ -192,6 +192,8 @@ TEST(ScanRasterRange, LeavesNoDataOut) {
 }
 
 TEST(IsValidConstraintFile, AllowsZeroOneAndNoData) {
+  std::string words;  // the 1000th is taken for the first cell
+  for (int i = 0; i < 999; ++i) words += "word\r\n";
   TemporaryFolder folder;
   NoProgress quiet;
   const struct {
@@ -207,6 +209,8 @@ TEST(IsValidConstraintFile, AllowsZeroOneAndNoData) {
       {" 0 1 1\r\n", true},
       {" 1 0 7\r\n", false},
       {kHeader + " 0 word\r\n", true},  // a word counts as 0
+      {words + "word, 1", true},
+      {words + "word, 7", false},
       {kHeader + std::string(20'000, '0') + "\r\n" + " 1 1 2", false},
   };
   for (const auto& c : cases) {

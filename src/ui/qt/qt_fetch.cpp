@@ -17,15 +17,15 @@ constexpr int kGiveUpAfter = 30 * 1000;  // milliseconds without a byte
 // False when `progress` stopped it. A person acts through `progress` alone, so that no command is
 // started by a window that does not know of the one that is running.
 bool Await(QNetworkReply& reply, ProgressSink& progress) {
+  QTimer heartbeat;
+  heartbeat.start(kBetweenReports);
   double percent = 0;
-  QObject::connect(&reply, &QNetworkReply::downloadProgress, &reply,
+  QObject::connect(&reply, &QNetworkReply::downloadProgress, &heartbeat,
                    [&percent](qint64 received, qint64 total) {
                      if (total > 0) {
                        percent = 100.0 * static_cast<double>(received) / static_cast<double>(total);
                      }
                    });
-  QTimer heartbeat;
-  heartbeat.start(kBetweenReports);
   QEventLoop loop;
   while (!reply.isFinished()) {
     loop.processEvents(QEventLoop::ExcludeUserInputEvents | QEventLoop::WaitForMoreEvents);

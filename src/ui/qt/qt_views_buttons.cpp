@@ -134,6 +134,9 @@ class SwatchButton final : public QAbstractButton {
       QAbstractButton::keyPressEvent(event);
     }
   }
+
+ private:
+  QColor colour_;
 };
 
 class SwatchView final : public ViewOfKind<ColourSwatch, SwatchButton> {

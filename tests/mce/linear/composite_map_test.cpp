@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+#include <random>
 #include <string>
 #include <vector>
 
@@ -186,6 +188,33 @@ TEST(CompositeMap, UnusableConstraintsAllowEverything) {
   const CompositeMap map = folder.Accumulate();
   EXPECT_FALSE(map.MaskFailure().empty());
   EXPECT_EQ(folder.Rows(), " 0 127.5 255\r\n");
+}
+
+// Bytes that change what a map's text means.
+char OddByte(std::mt19937& random) { return "0 9-.,\r\n\"e\t\0x\xFF"[random() % 14]; }
+
+TEST(CompositeMap, AnyBytesInAFileGiveAMapOrAFailure) {
+  const std::string whole = ModelFolder::MapText({{0, 1, 12.5}, {255, 1, 0}, {1, 0, 7}}, -9999);
+  // Digits in the size would only make large maps, so the header's first lines stay.
+  const std::size_t firstByte = whole.find("xll");
+  std::mt19937 random(2);
+  for (int round = 0; round < 1500; ++round) {
+    std::string text = whole;
+    if (random() % 2 == 0) text.resize(firstByte + random() % (text.size() - firstByte));
+    for (unsigned changes = random() % 6; changes > 0 && text.size() > firstByte; --changes) {
+      text[firstByte + random() % (text.size() - firstByte)] = OddByte(random);
+    }
+    ModelFolder folder;
+    folder.AddFactorText(round % 2 == 0 ? text : whole, 2, Good::kLow);
+    folder.AddFactorText(text, -1);
+    folder.model.constraints.push_back(folder.Folder().Write("c.asc", text).string());
+    const CompositeMap map = folder.Accumulate();
+    std::vector<double> values(3);
+    for (int row = 1; row <= 3; ++row) {
+      map.ScaledRow(row, map.ScaleLimits(), values);
+      for (const double value : values) ASSERT_TRUE(std::isfinite(value)) << text;
+    }
+  }
 }
 
 }  // namespace
