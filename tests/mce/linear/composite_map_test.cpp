@@ -201,7 +201,7 @@ TEST(CompositeMap, AnyBytesInAFileGiveAMapOrAFailure) {
   for (int round = 0; round < 1500; ++round) {
     std::string text = whole;
     if (random() % 2 == 0) text.resize(firstByte + random() % (text.size() - firstByte));
-    for (unsigned changes = random() % 6; changes > 0 && text.size() > firstByte; --changes) {
+    for (auto changes = random() % 6; changes > 0 && text.size() > firstByte; --changes) {
       text[firstByte + random() % (text.size() - firstByte)] = OddByte(random);
     }
     ModelFolder folder;
