@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <utility>
 
 namespace ormel {
 namespace {
@@ -15,6 +16,57 @@ constexpr double kFarAway = 1e8;
 int FloorToInt(double value) {
   return static_cast<int>(std::floor(std::clamp(value, -kFarAway, kFarAway)));
 }
+
+// The pixels of a line: one in each column, or each row when it is steep, both ends included.
+class Stroke {
+ public:
+  Stroke(int x1, int y1, int x2, int y2)
+      : x_(x1),
+        y_(y1),
+        acrossX_(std::int64_t{x2} - x1),
+        acrossY_(std::int64_t{y2} - y1),
+        steps_(std::max(std::abs(acrossX_), std::abs(acrossY_))) {}
+
+  int X(std::int64_t step) const { return x_ + Part(acrossX_, step); }
+  int Y(std::int64_t step) const { return y_ + Part(acrossY_, step); }
+
+  // The first and last of the steps 0, 1, ... that can lie in the rectangle.
+  std::pair<std::int64_t, std::int64_t> StepsWithin(int left, int top, int right,
+                                                    int bottom) const {
+    double first = 0;
+    double last = static_cast<double>(steps_);
+    Narrow(x_, acrossX_, left, right, first, last);
+    Narrow(y_, acrossY_, top, bottom, first, last);
+    return {static_cast<std::int64_t>(std::floor(first)),
+            static_cast<std::int64_t>(std::ceil(last))};
+  }
+
+ private:
+  // The way after `step` of the steps, to the nearest pixel.
+  int Part(std::int64_t across, std::int64_t step) const {
+    if (steps_ == 0) return 0;
+    const std::int64_t twice = 2 * across * step + steps_;
+    const std::int64_t floor = twice / (2 * steps_) - (twice % (2 * steps_) < 0 ? 1 : 0);
+    return static_cast<int>(floor);
+  }
+
+  void Narrow(int from, std::int64_t across, int low, int high, double& first, double& last) const {
+    if (across == 0) {
+      if (from < low || from > high) last = first - 1;
+      return;
+    }
+    const double perStep = static_cast<double>(across) / static_cast<double>(steps_);
+    // One step more each way makes up for the rounding.
+    first = std::max(first, std::min((low - from) / perStep, (high - from) / perStep) - 1);
+    last = std::min(last, std::max((low - from) / perStep, (high - from) / perStep) + 1);
+  }
+
+  int x_;
+  int y_;
+  std::int64_t acrossX_;
+  std::int64_t acrossY_;
+  std::int64_t steps_;
+};
 
 }  // namespace
 
@@ -69,38 +121,15 @@ void Canvas::Plot(double x, double y, Colour colour) {
 }
 
 void Canvas::Line(double x1, double y1, double x2, double y2, Colour colour, int pen) {
-  const double fromX = std::clamp(PixelX(x1), -kFarAway, kFarAway);
-  const double fromY = std::clamp(PixelY(y1), -kFarAway, kFarAway);
-  const double acrossX = std::clamp(PixelX(x2), -kFarAway, kFarAway) - fromX;
-  const double acrossY = std::clamp(PixelY(y2), -kFarAway, kFarAway) - fromY;
+  const Stroke stroke{FloorToInt(PixelX(x1)), FloorToInt(PixelY(y1)), FloorToInt(PixelX(x2)),
+                      FloorToInt(PixelY(y2))};
   const int before = (std::max(pen, 1) - 1) / 2;
   const int after = std::max(pen, 1) - before;
-
   // Only the part of the line from which the pen can reach the canvas is walked.
-  double begin = 0;
-  double end = 1;
-  const auto clip = [&](double from, double across, double size) {
-    const double low = -static_cast<double>(after) - 1;
-    const double high = size + before + 1;
-    if (across == 0) {
-      if (from < low || from > high) end = -1;
-      return;
-    }
-    const double a = (low - from) / across;
-    const double b = (high - from) / across;
-    begin = std::max(begin, std::min(a, b));
-    end = std::min(end, std::max(a, b));
-  };
-  clip(fromX, acrossX, width_);
-  clip(fromY, acrossY, height_);
-  if (begin > end) return;
-
-  const double length = std::max(std::abs(acrossX), std::abs(acrossY)) * (end - begin);
-  const int steps = std::max(static_cast<int>(std::ceil(length)), 1);
-  for (int i = 0; i <= steps; ++i) {
-    const double part = begin + (end - begin) * i / steps;
-    const int x = FloorToInt(fromX + acrossX * part);
-    const int y = FloorToInt(fromY + acrossY * part);
+  const auto [first, last] = stroke.StepsWithin(-after, -after, width_ + before, height_ + before);
+  for (std::int64_t step = first; step <= last; ++step) {
+    const int x = stroke.X(step);
+    const int y = stroke.Y(step);
     FillPixels(x - before, y - before, x + after, y + after, colour);
   }
 }

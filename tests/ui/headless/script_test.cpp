@@ -1,0 +1,323 @@
+// The language of command scripts: every command, every fault with its place and exit status.
+#include "ui/headless/script.h"
+
+#include <gtest/gtest.h>
+
+#include "support/temporary_folder.h"
+#include "support/ui_test_window.h"
+
+namespace ormel::ui::testing {
+namespace {
+
+using ormel::testing::TemporaryFolder;
+
+class Script : public ::testing::Test, protected TestDesktop {
+ protected:
+  Script() {
+    window.lstOne.SetItems({"north", "south pole", "west"});
+    window.cmdCancel.onClick = [this] { AskAll(); };
+  }
+
+  // Raises every kind of dialog and shows the answers in txtName.
+  void AskAll() {
+    const bool sure = desktop.Ask("Sure?", "T", Buttons::kYesNo) == Answer::kYes;
+    const auto files = desktop.OpenFile({"Open", "All|*", "", "", "", true});
+    const auto text = desktop.Prompt("Name:", "T", "");
+    const auto colour = desktop.PickColour("C", 0);
+    window.txtName.SetText(std::string(sure ? "yes" : "no") + "|" +
+                           (files ? std::to_string(files->paths.size()) : "-") + "|" +
+                           text.value_or("-") + "|" + (colour ? std::to_string(*colour) : "-"));
+  }
+
+  // Runs a script from its beginning.
+  int Run(const std::string& text) {
+    std::istringstream script(text);
+    out.str("");
+    errors.str("");
+    ScriptRunner runner(desktop, script, "t.script", out, errors);
+    return runner.Run();
+  }
+
+  FrmTest& window = ShowTest();
+  std::ostringstream out;
+  std::ostringstream errors;
+};
+
+TEST_F(Script, ActsAsAPersonWould) {
+  EXPECT_EQ(Run("\xEF\xBB\xBF# a comment\r\n"
+                "\r\n"
+                "  # another\n"
+                "click frmTest.cmdOk\r\n"
+                "doubleclick frmTest.lstOne\n"
+                "set frmTest.txtName \"a b\"\n"
+                "set frmTest.ckRow(2) on\n"
+                "select frmTest.lstOne \"south pole\"\n"
+                "select frmTest.lstMany 1 c\n"
+                "mouse frmTest.picMap down 1.5 2\n"
+                "mouse frmTest.picMap click 3 0\n"
+                "key frmTest.txtName {Home}\n"
+                "key frmTest.txtName {F12}\n"
+                "key frmTest Ctrl+S\n"
+                "click frmTest.TBMain(1,1)\n"
+                "key frmTest.txtName ="),
+            kScriptDone)
+      << errors.str();
+  EXPECT_EQ(window.TakeEvents(),
+            "cmdOk:click lstOne:double txtName:change txtName:leave ckRow(2):change ckRow(2):click "
+            "lstOne:select lstMany:select picMap:down picMap:down picMap:up picMap:click "
+            "txtName:Home mRun:click mSave:click TBMain(1,1):click txtName:change txtName:= ");
+}
+
+TEST_F(Script, PrintsAndExpectsWhatAControlShows) {
+  window.lblState.SetCaption("two\r\nlines");
+  EXPECT_EQ(Run("print frmTest.lstOne\n"
+                "print frmTest.ckSmart\n"
+                "select frmTest.lstOne 2\n"
+                "expect frmTest.lstOne \"south pole\"\n"
+                "expect frmTest.cmdOk OK\n"
+                "expect frmTest.cmdOk &OK\n"
+                "expect frmTest.lblState two\\nlines\n"
+                "expect frmTest.optSlope(0) on\n"
+                "expect frmTest.sldWeight 1\n"
+                "expect frmTest.cmdOk enabled\n"
+                "expect frmTest.cmdOk visible\n"),
+            kScriptDone)
+      << errors.str();
+  EXPECT_EQ(out.str(), "north\nsouth pole\nwest\noff\n");
+  window.fraBox.SetVisible(false);
+  window.fraBox.SetEnabled(false);
+  EXPECT_EQ(Run("expect frmTest.txtInside hidden\nexpect frmTest.txtInside disabled\n"),
+            kScriptDone);
+}
+
+TEST_F(Script, QueuesAnswersAheadOfTheDialogs) {
+  EXPECT_EQ(Run("answer yes\nfile a b\ninput \"x y\"\ncolour 16777215\n"
+                "click frmTest.cmdCancel\n"
+                "expect frmTest.txtName \"yes|2|x y|16777215\"\n"
+                "answer no\nnofile\nnoinput\nnocolour\n"
+                "click frmTest.cmdCancel\n"
+                "expect frmTest.txtName no|-|-|-\n"
+                "expect message Sure?\nexpect message Sure?\nexpect no message\n"),
+            kScriptDone)
+      << errors.str();
+}
+
+TEST_F(Script, TellsEveryFaultWithItsPlace) {
+  struct Case {
+    const char* script;
+    int status;
+    const char* reason;
+  };
+  window.ckRow(1).SetEnabled(false);
+  window.ckRow(2).SetVisible(false);
+  FrmTest& hidden = ShowTest("frmHidden");
+  desktop.Hide(hidden);
+  const Case cases[] = {
+      {"press x", 2, "unknown command press"},
+      {"click", 2, "click takes WIN.CTL"},
+      {"click frmTest.cmdOk twice", 2, "click takes WIN.CTL"},
+      {"nofile x", 2, "nofile takes nothing"},
+      {"set frmTest.txtName \"a", 2, "a double quote is not closed"},
+      {"click frmOther.cmdOk", 2, "frmOther is not open"},
+      {"click frmTest(2).cmdOk", 2, "frmTest(2) is not open"},
+      {"click frmTest(0).cmdOk", 2, "frmTest(0) is not open"},
+      {"click frmTest", 2, "frmTest: a control is missing (WIN.CTL)"},
+      {"click frmTest.cmdNone", 2, "frmTest has no control cmdNone"},
+      {"click frmHidden.cmdOk", 2, "frmHidden is hidden"},
+      {"click frmTest.ckRow(1)", 2, "frmTest.ckRow(1) is disabled"},
+      {"key frmTest.ckRow(1) F12", 2, "frmTest.ckRow(1) is disabled"},
+      {"set frmTest.ckRow(2) on", 2, "frmTest.ckRow(2) is hidden"},
+      {"select frmTest.lstOne east", 2, "frmTest.lstOne has no entry east"},
+      {"key frmTest F11", 2, "frmTest has no use for the key F11"},
+      {"mouse frmTest.picMap drag 1 1", 2, "the mouse cannot drag"},
+      {"mouse frmTest.picMap click nan 1", 2, "nan is no coordinate"},
+      {"mouse frmTest.picMap click 1 1e9", 2, "1e9 is no coordinate"},
+      {"answer yes maybe", 2, "maybe is no answer: ok, cancel, yes or no"},
+      {"colour 16777216", 2, "16777216 is no whole number from 0 to 16777215"},
+      {"advance -1", 2, "-1 is no whole number from 0 to 1000000000"},
+      {"expect no way", 2, "no is not open"},
+      {"expect same a", 2, "expect takes same FILE FILE"},
+      {"expect frmTest.cmdOk Close", 1, R"(expected frmTest.cmdOk "Close", it shows "&OK")"},
+      {"expect frmTest.lstOne east", 1,
+       R"(expected frmTest.lstOne "east", it shows "north\nsouth pole\nwest")"},
+      {"expect frmTest.cmdOk disabled", 1, "frmTest.cmdOk is not disabled"},
+      {"expect frmTest.ckRow(2) visible", 1, "frmTest.ckRow(2) is not visible"},
+      {"expect message Done", 1, R"(expected message "Done", there is none)"},
+      {"expect window frmHidden", 1, "expected window frmHidden, open are: frmTest"},
+      {"expect no window frmTest", 1, "expected no window frmTest, it is open"},
+      {"expect same no.asc no.asc", 1, "no.asc cannot be opened"},
+      {"expect absent /", 1, "expected no file /, it is there"},
+      {"click frmTest.cmdCancel", 2,
+       R"(no answer is queued for message "Sure?" title "T" buttons yesno)"},
+  };
+  for (const Case& one : cases) {
+    SCOPED_TRACE(one.script);
+    EXPECT_EQ(Run(std::string("\n\n") + one.script + "\nprint frmTest.cmdOk\n"), one.status);
+    EXPECT_EQ(errors.str(), std::string("t.script:3: ") + one.reason + "\n");
+    EXPECT_EQ(out.str(), "") << "a script ends at its first fault";
+    if (!desktop.UnusedAnswers().empty()) (void)desktop.Ask("", "", Buttons::kYesNo);
+    (void)desktop.TakeMessage();
+  }
+}
+
+TEST_F(Script, AnswersLeftOverAreAFault) {
+  EXPECT_EQ(Run("file a.asc\ninput x\n"), kScriptFault);
+  EXPECT_EQ(errors.str(), "t.script:2: no dialog took file \"a.asc\", input \"x\"\n");
+}
+
+TEST_F(Script, WhatComesBeforeItMayFailAsWell) {
+  std::istringstream script("print frmTest.cmdOk\n");
+  ScriptRunner runner(desktop, script, "t.script", out, errors);
+  EXPECT_EQ(runner.Run([this] { AskAll(); }), kScriptFault);
+  EXPECT_EQ(errors.str(),
+            "t.script:0: no answer is queued for message \"Sure?\" title \"T\" buttons yesno\n");
+  EXPECT_EQ(out.str(), "");
+}
+
+TEST_F(Script, MessagesAreExpectedOldestFirstInTheirWrittenForm) {
+  window.cmdOk.onClick = [this] {
+    desktop.Message("C:\\new\r\nis \"full\"");
+    desktop.Message("Done");
+  };
+  EXPECT_EQ(Run("click frmTest.cmdOk\nexpect message \"C:\\\\new\\nis \\\"full\\\"\"\n"),
+            kScriptDone)
+      << errors.str();
+  EXPECT_EQ(Run("expect no message"), kExpectationFailed);
+  EXPECT_EQ(errors.str(), "t.script:1: expected no message, there is \"Done\"\n");
+  EXPECT_EQ(Run("click frmTest.cmdOk\nexpect message Done\n"), kExpectationFailed);
+  EXPECT_EQ(errors.str(),
+            "t.script:2: expected message \"Done\", it is \"C:\\\\new\\nis \\\"full\\\"\"\n");
+}
+
+TEST_F(Script, ComparesFilesToTheFirstByteThatDiffers) {
+  const TemporaryFolder folder;
+  const std::string text(100'000, 'x');  // more than one block
+  const std::string a = folder.Write("a b", text + "\n12\n").string();
+  const std::string b = folder.Write("b", text + "\n13\n").string();
+  const std::string shorter = folder.Write("c", text).string();
+  const auto same = [](const std::string& first, const std::string& second) {
+    return "expect same \"" + first + "\" " + second + "\n";
+  };
+  EXPECT_EQ(Run(same(a, "\"" + a + "\"") + "expect absent " + folder.Path().string() + "/x"),
+            kScriptDone);
+  EXPECT_EQ(Run(same(a, b)), kExpectationFailed);
+  EXPECT_EQ(errors.str(),
+            "t.script:1: " + a + " and " + b + " differ from byte 100003 on (line 2)\n");
+  EXPECT_EQ(Run(same(shorter, b)), kExpectationFailed);
+  EXPECT_EQ(errors.str(),
+            "t.script:1: " + shorter + " and " + b + " differ from byte 100001 on (line 1)\n");
+}
+
+TEST_F(Script, WindowsCloseByFrameAndAreCountedByName) {
+  ShowTest().lblState.SetCaption("second");
+  window.mayClose = false;
+  EXPECT_EQ(Run("expect window frmTest(2)\n"
+                "close frmTest\n"
+                "expect frmTest(2).lblState second\n"
+                "close frmTest(2)\n"
+                "expect window frmTest\n"
+                "expect no window frmTest(2)\n"),
+            kScriptDone)
+      << errors.str();
+}
+
+TEST_F(Script, AWindowThatClosedItselfIsNoLongerOpen) {
+  window.ckSmart.onChange = [this] { desktop.Close(window); };
+  window.ckSmart.onClick = [this] { window.events += "still there"; };
+  EXPECT_EQ(Run("click frmTest.ckSmart\nclick frmTest.ckSmart\n"), kScriptFault);
+  EXPECT_EQ(errors.str(), "t.script:2: frmTest is not open\n");
+}
+
+// cmdOk shows a modal window, and in it cmdOk a second one; the label says what came back.
+class ModalScript : public Script {
+ protected:
+  ModalScript() {
+    window.cmdOk.onClick = [this] {
+      FrmTest outer("frmOuter");
+      outer.cmdOk.onClick = [this, &outer] {
+        FrmTest inner("frmInner");
+        inner.cmdOk.onClick = [this, &inner] { desktop.Close(inner); };
+        desktop.ShowModal(inner, &outer);
+        outer.lblState.SetCaption("back with " + inner.txtName.Text());
+      };
+      outer.cmdCancel.onClick = [this, &outer] { desktop.Close(outer); };
+      desktop.ShowModal(outer, &window);
+      window.lblState.SetCaption("back");
+    };
+  }
+};
+
+TEST_F(ModalScript, CommandsActInsideTheNewestModalWindow) {
+  EXPECT_EQ(Run("click frmTest.cmdOk\n"
+                "expect window frmOuter\n"
+                "click frmOuter.cmdOk\n"
+                "set frmInner.txtName x\n"
+                "expect frmOuter.lblState Ready\n"
+                "click frmInner.cmdOk\n"
+                "expect no window frmInner\n"
+                "expect frmOuter.lblState \"back with x\"\n"
+                "expect frmTest.lblState Ready\n"
+                "close frmOuter\n"
+                "expect frmTest.lblState back\n"),
+            kScriptDone)
+      << errors.str();
+}
+
+TEST_F(ModalScript, OtherWindowsWaitBehindIt) {
+  EXPECT_EQ(Run("click frmTest.cmdOk\nclick frmTest.cmdOk\n"), kScriptFault);
+  EXPECT_EQ(errors.str(), "t.script:2: frmTest waits behind frmOuter\n");
+  EXPECT_EQ(desktop.OpenWindows().size(), 1U) << "the fault leaves no modal window behind";
+  EXPECT_EQ(Run("click frmTest.cmdOk\nexpect message x\n"), kExpectationFailed);
+  EXPECT_EQ(desktop.ModalWindow(), nullptr);
+}
+
+TEST_F(ModalScript, AnOpenModalWindowIsClosedAtTheEnd) {
+  EXPECT_EQ(Run("click frmTest.cmdOk\nclick frmOuter.cmdOk\n"), kScriptDone) << errors.str();
+  EXPECT_EQ(window.lblState.Caption(), "back");
+  window.cmdOk.onClick = [this] {
+    for (int tries = 0; tries < 100; ++tries) {  // stands for a loop that asks until all is well
+      FrmTest ask("frmAsk");
+      desktop.ShowModal(ask);
+    }
+  };
+  EXPECT_EQ(Run("click frmTest.cmdOk"), kScriptFault);
+  EXPECT_EQ(errors.str(), "t.script:1: frmAsk opens behind the end of the script\n");
+}
+
+TEST_F(ModalScript, TimeGoesOnInsideAModalWindowThatATimerOpened) {
+  int ticks = 0;
+  desktop.StartTimer(std::chrono::milliseconds(10), [&] {
+    if (++ticks == 1) window.cmdOk.onClick();
+  });
+  EXPECT_EQ(Run("advance 15\nexpect window frmOuter\nadvance 20\nclick frmOuter.cmdCancel\n"
+                "expect frmTest.lblState back\nadvance 10\n"),
+            kScriptDone)
+      << errors.str();
+  EXPECT_EQ(ticks, 4);  // 10; 20 and 30 inside; the clock stands at 30 then, and runs to 40
+}
+
+TEST(ScriptOnAScreen, LetsItLiveBetweenCommandsAndTakesPictures) {
+  FakeScreen screen;
+  TestDesktop test(&screen);
+  test.ShowTest();
+  const auto run = [&](const std::string& text) {
+    std::istringstream script(text);
+    std::ostringstream out;
+    ScriptRunner runner(test.desktop, script, "s", out, out);
+    const int status = runner.Run();
+    return std::to_string(status) + out.str();
+  };
+  EXPECT_EQ(run("click frmTest.cmdOk\nsnapshot frmTest a.png\n"), "0");
+  EXPECT_EQ(screen.pumps, 2);
+  EXPECT_EQ(screen.pictures, std::vector<std::string>{"a.png"});
+  screen.canWrite = false;
+  EXPECT_EQ(run("snapshot frmTest b.png"), "2s:1: cannot write b.png\n");
+  TestDesktop unseen;
+  unseen.ShowTest();
+  std::istringstream script("snapshot frmTest c.png");
+  ScriptRunner runner(unseen.desktop, script, "s", unseen.log, unseen.log);
+  EXPECT_EQ(runner.Run(), kScriptDone) << "no effect without a screen";
+}
+
+}  // namespace
+}  // namespace ormel::ui::testing
