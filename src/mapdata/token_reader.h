@@ -28,7 +28,7 @@ namespace ormel {
 
 class TokenReader {
  public:
-  static constexpr std::size_t kBufferBytes = 256 * 1024;
+  static constexpr std::size_t kBufferBytes = 128 * 1024;
   static constexpr std::size_t kLongestText = 1024 * 1024;
 
   // Fails with a text that names the path: kNotFound when it is not there, kDisk when it is a

@@ -143,18 +143,20 @@ class Desktop {
     Desktop* desktop_;
   };
 
-  // Runs a handler or the tick of a timer. A run-time error in it ends in a message, and the program
-  // goes on. A window that a person closed during its command closes behind the handler.
+  // Runs a handler or the tick of a timer. A run-time error in it ends in a message, and the
+  // program goes on. A window that a person closed during its command closes behind the handler.
   void Dispatch(const Handler& handler);
 
   // Destroys the closed windows and the removed controls when no handler runs. Whoever sends a
   // person's actions calls it between them.
   void Sweep();
 
- protected:
-  // Closes and destroys all windows, asking nothing. The destructor of every derived desktop calls
-  // it: windows stop their timers as they go, and the base has none to stop.
+  // Closes and destroys all windows, asking nothing. The program calls it before it lets go of what
+  // its windows refer to. So does the destructor of every derived desktop: windows stop their
+  // timers as they go, and the base has none to stop.
   void DestroyWindows();
+
+ protected:
   // Returns when `window` is no longer open.
   virtual void RunModal(Window& window) = 0;
   // The outermost handler is over, and Sweep() may be called soon.

@@ -27,8 +27,9 @@ ScriptRunner::ScriptRunner(HeadlessDesktop& desktop, std::istream& script, std::
 
 ScriptRunner::~ScriptRunner() { desktop_.SetModalLoop({}); }
 
-int ScriptRunner::Run() {
+int ScriptRunner::Run(const std::function<void()>& before) {
   try {
+    if (before) before();
     RunCommands([] { return true; });
     const std::string unused = desktop_.UnusedAnswers();
     if (!unused.empty()) throw ScriptError("no dialog took " + unused);

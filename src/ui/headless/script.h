@@ -31,10 +31,11 @@ class ScriptRunner {
   ScriptRunner(const ScriptRunner&) = delete;
   ScriptRunner& operator=(const ScriptRunner&) = delete;
 
-  // Runs the script to its end, once. Returns kScriptDone, kExpectationFailed or kScriptFault; an
-  // answer that no dialog took is a fault as well. A modal window that is open at the end is
-  // closed.
-  [[nodiscard]] int Run();
+  // Does what comes before the script, the opening of a model for instance, then runs the script to
+  // its end, once. Faults in `before` are told with line 0. Returns kScriptDone, kExpectationFailed
+  // or kScriptFault; an answer that no dialog took is a fault as well. A modal window that is open
+  // at the end is closed.
+  [[nodiscard]] int Run(const std::function<void()>& before = {});
 
  private:
   // Runs commands as long as `wanted` holds and there are any.

@@ -25,7 +25,7 @@ class Builder {
       : page_(page), widgetOf_(widgetOf), line_(page->fontMetrics().height()) {}
 
   void FillColumn(QVBoxLayout& column, const std::vector<LayoutItem>& items);
-  int Margin() const { return line_ * 2 / 3; }
+  int Margin() const { return line_ * 3 / 4; }
 
   BuiltLayout built;
 
@@ -36,7 +36,7 @@ class Builder {
     QLayout* layout = nullptr;
   };
 
-  int Gap() const { return line_ * 2 / 5; }
+  int Gap() const { return line_ / 2; }
   Qt::Orientations Wants(const LayoutItem& item) const;
   Qt::Orientations Wants(const std::vector<LayoutItem>& items) const;
   int Share(const LayoutItem& item, const std::vector<LayoutItem>& among,

@@ -11,7 +11,7 @@
 #include <QToolButton>
 
 #include "ui/qt/qt_view.h"
-#include "ui/qt/qt_window.h"
+#include "ui/qt/qt_windows.h"
 #include "ui/window.h"
 
 namespace ormel::ui {
@@ -87,6 +87,7 @@ class StatusView final : public ViewOfKind<StatusStrip, QStatusBar> {
     for (int i = 0; i < control.Count(); ++i) {
       auto* panel = new QLabel(bar);
       panel->setTextFormat(Qt::PlainText);
+      panel->setIndent(panel->fontMetrics().height() / 2);
       panel->setMinimumWidth(1);  // a long text is cut and does not widen the window
       panels_.push_back(panel);
       bar->addWidget(panel, 1);

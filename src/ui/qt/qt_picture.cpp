@@ -11,8 +11,6 @@
 namespace ormel::ui {
 namespace {
 
-constexpr QSize kLargestHint{480, 400};
-
 // The pixels from `first` up to, not including, `end` that pixel `i` of `count` stands for: at
 // least one.
 struct Stretch1 {
@@ -117,9 +115,7 @@ QSize PictureWidget::sizeHint() const {
   if (stripHeight_ > 0) return {8 * line, stripHeight_};
   if (canvas_ == nullptr || canvas_->Empty()) return {12 * line, 9 * line};
   QSize size(canvas_->Width(), canvas_->Height());
-  if (size.width() > kLargestHint.width() || size.height() > kLargestHint.height()) {
-    size.scale(kLargestHint, Qt::KeepAspectRatio);
-  }
+  size.scale(24 * line, 20 * line, Qt::KeepAspectRatio);
   return size.expandedTo(minimumSizeHint());
 }
 

@@ -6,7 +6,7 @@
 #include <unordered_map>
 
 #include "base/file_writer.h"
-#include "ui/qt/qt_window.h"
+#include "ui/qt/qt_windows.h"
 
 namespace ormel::ui {
 

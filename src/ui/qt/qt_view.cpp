@@ -6,7 +6,7 @@
 #include <QKeyEvent>
 #include <stdexcept>
 
-#include "ui/qt/qt_window.h"
+#include "ui/qt/qt_windows.h"
 
 namespace ormel::ui {
 

@@ -5,6 +5,7 @@
 #include <QScrollBar>
 #include <QSlider>
 #include <QStyleOptionSpinBox>
+#include <QStylePainter>
 #include <cmath>
 
 #include "ui/qt/qt_view.h"
@@ -79,11 +80,19 @@ class SpinArrows final : public QAbstractSpinBox {
     option.rect.setSize({4 * height, height});
     const QRect arrow =
         style()->subControlRect(QStyle::CC_SpinBox, &option, QStyle::SC_SpinBoxUp, this);
-    return {arrow.width() + 4, height};
+    return {arrow.width() + 2, height};
   }
   QSize minimumSizeHint() const override { return sizeHint(); }
 
  protected:
+  // As the right end of a spin box, whose field lies beyond the left edge.
+  void paintEvent(QPaintEvent* /*event*/) override {
+    QStylePainter painter(this);
+    QStyleOptionSpinBox option;
+    initStyleOption(&option);
+    option.rect.setLeft(-height());
+    painter.drawComplexControl(QStyle::CC_SpinBox, option);
+  }
   StepEnabled stepEnabled() const override { return reach_; }
 
  private:

@@ -12,7 +12,9 @@
 namespace ormel::ui {
 namespace {
 
-constexpr int kWrapFrom = 60;  // letters; a longer label is broken into lines
+constexpr int kWrapFrom = 60;    // letters; a longer label is broken into lines
+constexpr int kShortText = 12;   // letters
+constexpr int kNoLimit = 32767;  // the toolkit's own default
 
 class LabelView final : public ViewOfKind<Label, QLabel> {
  public:
@@ -51,7 +53,6 @@ class LineView final : public ViewOfKind<TextBox, QLineEdit> {
   LineView(QtWindow& window, TextBox& control, QWidget* parent)
       : ViewOfKind(window, control, new QLineEdit(parent)) {
     The().setAcceptDrops(false);  // a dropped file goes to the window
-    The().setMinimumWidth(The().fontMetrics().averageCharWidth() * 10);
     connect(&The(), &QLineEdit::textEdited, this, [this](const QString& text) {
       Act([&](TextBox& box) { return box.Type(FromQt(text)); });
     });
@@ -62,13 +63,24 @@ class LineView final : public ViewOfKind<TextBox, QLineEdit> {
   void Show() override {
     const TextBox& box = TheControl();
     The().setReadOnly(box.ReadOnly());
-    The().setMaxLength(box.MaximumLength() > 0 ? box.MaximumLength() : 32767);
+    ShowLength(box.MaximumLength());
     const QString text = ToQt(box.Text());
     if (The().text() == text) return;
     const int cursor = The().cursorPosition();
     The().setText(text);
     if (The().hasFocus()) The().setCursorPosition(cursor);
   }
+
+  // A box for a short figure is as wide as the figure, every other one takes the width of its row.
+  void ShowLength(int length) {
+    The().setMaxLength(length > 0 ? length : kNoLimit);
+    const bool isShort = length > 0 && length <= kShortText;
+    const QFontMetrics letters = The().fontMetrics();
+    const int width = letters.horizontalAdvance('0') * (isShort ? std::max(length, 3) : 10);
+    The().setMinimumWidth(width + letters.height());
+    The().setMaximumWidth(isShort ? width + letters.height() : QWIDGETSIZE_MAX);
+  }
+
   void Left() override { TheControl().Leave(); }
 };
 

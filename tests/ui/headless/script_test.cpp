@@ -160,6 +160,24 @@ TEST_F(Script, TellsEveryFaultWithItsPlace) {
   }
 }
 
+TEST_F(Script, DamagedScriptsEndWithAFaultAtWorst) {
+  const std::string whole =
+      "answer yes no\nfile \"a \\\" b\"\ninput x\ncolour 5\nclick frmTest.cmdCancel\n"
+      "select frmTest.lstMany 1 c\nkey frmTest(1).txtName {Home}\nadvance 5\n"
+      "mouse frmTest.picMap click 1 2\nexpect message Sure?\nprint frmTest.TBMain(1,1)\n"
+      "set frmTest.sldWeight 7\nexpect no window frmX(2)\nclose frmTest\n";
+  window.mayClose = false;
+  for (std::size_t i = 0; i < whole.size(); ++i) {
+    (void)Run(whole.substr(0, i));
+    for (const char byte : {'\0', '"', '\\', '(', '\n', '9', '\xFF'}) {
+      std::string damaged = whole;
+      damaged[i] = byte;
+      const int status = Run(damaged);
+      EXPECT_EQ(errors.str().empty(), status == kScriptDone) << damaged;
+    }
+  }
+}
+
 TEST_F(Script, AnswersLeftOverAreAFault) {
   EXPECT_EQ(Run("file a.asc\ninput x\n"), kScriptFault);
   EXPECT_EQ(errors.str(), "t.script:2: no dialog took file \"a.asc\", input \"x\"\n");

@@ -1,4 +1,4 @@
-#include "ui/qt/qt_window.h"
+#include "ui/qt/qt_windows.h"
 
 #include <QCloseEvent>
 #include <QDragEnterEvent>
@@ -12,6 +12,7 @@
 #include <QScreen>
 #include <QScrollArea>
 #include <QStatusBar>
+#include <QStyle>
 #include <QToolBar>
 #include <QUrl>
 #include <QVBoxLayout>
@@ -55,7 +56,12 @@ class PageArea final : public QScrollArea {
 
  private:
   // What is left of the screen beside title, menus and the desktop's own bars.
-  QSize Bounded(QSize size) const { return size.boundedTo(screen()->availableSize() * 17 / 20); }
+  QSize Bounded(QSize size) const {
+    const QSize room = screen()->availableSize() * 17 / 20;
+    const int bar = style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+    return QSize(size.width() + (size.height() > room.height() ? bar : 0), size.height())
+        .boundedTo(room);
+  }
 };
 
 }  // namespace
