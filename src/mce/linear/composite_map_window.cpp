@@ -96,10 +96,10 @@ void FrmDraw::LayOut() {
   Column map;
   for (Shown& shown : pictures_) map.items.push_back(Share(1, *shown.picture));
   map.items.push_back(Row{lblScaleMin, Share(1, PSclP), lblScaleMax});
-  map.items.push_back(Frame{"Under the mouse",
-                            Row{"X:", Share(1, lblX), "Y:", Share(1, lblY), "Value:",
-                                Share(1, lblValue), "Weighted Value:", Share(1, lblWeightedValue)},
-                            ckLoadData});
+  map.items.push_back(Frame{
+      "Under the mouse",
+      Table{{"X:", lblX, "Value:", lblValue}, {"Y:", lblY, "Weighted Value:", lblWeightedValue}},
+      ckLoadData});
   SetLayout(Row{Share(3, map),
                 Share(1, Column{Frame{"On show", Table{{"File:", lblFile},
                                                        {"Weight:", lblWeight},
@@ -164,7 +164,7 @@ void FrmDraw::MakePictures(const std::string& palettePath, const Palette& palett
 void FrmDraw::ShowModelLabels() {
   const ModelFrame& frame = map_->Frame();
   const int places = app_.settings.decimalPlaces;
-  lblColumns.SetCaption(std::to_string(frame.ncols) + " columns");
+  lblColumns.SetCaption(std::to_string(frame.ncols) + " columns,");
   lblRows.SetCaption(std::to_string(frame.nrows) + " rows");
   lblCellSize.SetCaption(frame.texts.cellsize);
   lblCorner.SetCaption(NumberText(HalfEvenRound(frame.xllcorner, places)) + ", " +

@@ -24,13 +24,13 @@ struct Box {
 };
 
 const Box& BoxOf(Buttons buttons) {
-  static const std::array<Box, 4> boxes{{
+  static const std::array<Box, 4> kBoxes{{
       {"ok", {Answer::kOk}},
       {"okcancel", {Answer::kOk, Answer::kCancel}},
       {"yesno", {Answer::kYes, Answer::kNo}},
       {"yesnocancel", {Answer::kYes, Answer::kNo, Answer::kCancel}},
   }};
-  return boxes[static_cast<std::size_t>(buttons)];
+  return kBoxes[static_cast<std::size_t>(buttons)];
 }
 
 template <class T>
@@ -209,7 +209,7 @@ std::optional<Font> HeadlessDesktop::PickFont(const std::string& title, const Fo
 TimerId HeadlessDesktop::StartTimer(std::chrono::milliseconds interval, Handler tick) {
   const std::int64_t length = std::clamp<std::int64_t>(interval.count(), 1, kLongestInterval);
   timers_[++lastTimer_] = {length, now_ + length, ++lastTurn_,
-                           std::make_shared<const Handler>(std::move(tick))};
+                           std::make_shared<Tick>(Tick{std::move(tick)})};
   return lastTimer_;
 }
 
@@ -228,8 +228,11 @@ void HeadlessDesktop::Advance(std::chrono::milliseconds time) {
     now_ = std::max(now_, timer->due);
     timer->due += timer->interval;
     timer->turn = ++lastTurn_;
-    const std::shared_ptr<const Handler> tick = timer->tick;  // it may stop its own timer
-    Dispatch(*tick);
+    const std::shared_ptr<Tick> tick = timer->tick;  // it may stop its own timer
+    if (tick->running) continue;                     // it waits in a modal window
+    tick->running = true;
+    Dispatch(tick->run);
+    tick->running = false;
     Sweep();
   }
   now_ = std::max(now_, end);

@@ -59,7 +59,8 @@ class HeadlessDesktop final : public Desktop {
   // The oldest message, whatever its buttons, that was not taken yet.
   std::optional<std::string> TakeMessage();
 
-  // Lets `time` pass: the timers that fall due tick in the order of their times.
+  // Lets `time` pass: the timers that fall due tick in the order of their times;
+  // a tick that is not over yet is left out.
   void Advance(std::chrono::milliseconds time);
 
   // What lets a modal window run: returns when it is closed, or leaves it to be closed at once.
@@ -95,11 +96,15 @@ class HeadlessDesktop final : public Desktop {
   void RunModal(Window& window) override;
 
  private:
+  struct Tick {
+    Handler run;
+    bool running = false;
+  };
   struct RunningTimer {
     std::int64_t interval = 1;  // milliseconds
     std::int64_t due = 0;       // on the clock of now_
     std::uint64_t turn = 0;     // of two that fall due together the one set earlier ticks first
-    std::shared_ptr<const Handler> tick;
+    std::shared_ptr<Tick> tick;
   };
 
   std::optional<FileChoice> PickFiles(const std::string& kind, const FileDialog& dialog,

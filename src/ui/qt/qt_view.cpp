@@ -12,6 +12,7 @@ namespace ormel::ui {
 
 View::View(QtWindow& window, Control& control, QObject* thing)
     : QObject(thing), window_(window), control_(&control), widget_(qobject_cast<QWidget*>(thing)) {
+  thing->setObjectName(ToQt(control.Name()));
   control.AttachView(this);
   window.Know(control, this);
   if (widget_ != nullptr) Watch(widget_);

@@ -14,7 +14,8 @@ inline Canvas DemoMap(int width, int height) {
       const int dx = x - width / 3;
       const int dy = y - height / 2;
       const bool lake = dx * dx + dy * dy < width * height / 30;
-      map.SetPixel(x, y, lake ? Rgb(60, 110, 190) : Rgb(200 - 90 * x / width, 190 - 60 * y / height, 90));
+      map.SetPixel(x, y,
+                   lake ? Rgb(60, 110, 190) : Rgb(200 - 90 * x / width, 190 - 60 * y / height, 90));
     }
   }
   return map;
@@ -52,29 +53,43 @@ class DemoWindow : public Window {
     status.SetText(1, "3 factors, 1 constraint");
     status.SetText(2, "120 x 95 cells");
     SetLayout(Column{
-        Row{Column{Frame{"Factors", Table{{"&DEM:", txtDem, cmdDem}, {"&Slope:", txtSlope, cmdSlope}},
-                         Row{"&Weight:", sldWeight, txtWeight, spnWeight}, ckMask},
-                   Row{Frame{"Method", optMethod},
-                       Frame{fraLook, Table{{"&Palette:", cboPalette}, {"&Units:", cboUnit},
-                                            {"No data:", swNoData}}}},
-                   "&Notes:", txtNotes,
-                   Row{Column{drvPlace, Dir}, File}},
+        Row{Column{
+                Frame{"Factors", Table{{"&DEM:", txtDem, cmdDem}, {"&Slope:", txtSlope, cmdSlope}},
+                      Row{"&Weight:", sldWeight, txtWeight, spnWeight}, ckMask},
+                Row{Frame{"Method", optMethod}, Frame{fraLook, Table{{"&Palette:", cboPalette},
+                                                                     {"&Units:", cboUnit},
+                                                                     {"No data:", swNoData}}}},
+                "&Notes:", txtNotes, Row{Column{drvPlace, Dir}, File}},
             Share(1, Column{Row{picMap, scrRow}, scrColumn, picScale, lblCount})},
         Row{"Last run:", pbDone}, Row{Stretch{}, cmdRun, cmdClose}});
     cmdClose.onClick = [] {};
   }
 
   MenuBar menu{*this,
-               {{"", "&File", "", {}, {{"mOpen", "&Open...", "Ctrl+O", [this] { ++opened; }, {}},
-                                       MenuSpec::Separator(),
-                                       {"mExit", "E&xit", "", {}, {}}}},
-                {"", "&Tools", "", {}, {{"mGrid", "&Grid", "", {}, {}},
-                                        {"", "&Interpolate", "", {},
-                                         {{"mSingle", "&Single", "F12", [this] { ++singles; }, {}},
-                                          {"mSeries", "S&eries", "", {}, {}}}}}}}};
-  ToolBar tools{*this, "TBMain",
+               {{"",
+                 "&File",
+                 "",
+                 {},
+                 {{"mOpen", "&Open...", "Ctrl+O", [this] { ++opened; }, {}},
+                  MenuSpec::Separator(),
+                  {"mExit", "E&xit", "", {}, {}}}},
+                {"",
+                 "&Tools",
+                 "",
+                 {},
+                 {{"mGrid", "&Grid", "", {}, {}},
+                  {"",
+                   "&Interpolate",
+                   "",
+                   {},
+                   {{"mSingle", "&Single", "F12", [this] { ++singles; }, {}},
+                    {"mSeries", "S&eries", "", {}, {}}}}}}}};
+  ToolBar tools{*this,
+                "TBMain",
                 {{"Viewer", "", [this] { ++views; }, {}},
-                 {"Raster Tools", "", [this] { ++views; },
+                 {"Raster Tools",
+                  "",
+                  [this] { ++views; },
                   {{"", "Map Statistics", "", [this] { ++statistics; }, {}},
                    {"", "Map Algebra", "", {}, {}}}}}};
   StatusStrip status{*this, "StatusBar", 2};
