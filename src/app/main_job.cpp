@@ -52,10 +52,10 @@ Outcome<> RunMainJob(const MainJob& job, const Settings& settings, ProgressSink&
   // Reading takes most of the time, and more the more factors there are.
   const double reading = 100.0 - 100.0 / static_cast<double>(model.factors.size() + 1);
   ProgressSpan readingSpan(progress, 0, reading);
-  const Outcome<> accumulated = AccumulateAll(map, model, readingSpan, warnings);
+  Outcome<> accumulated = AccumulateAll(map, model, readingSpan, warnings);
   if (!accumulated.Ok()) return accumulated;
   ProgressSpan writingSpan(progress, reading, 100);
-  const Outcome<> written =
+  Outcome<> written =
       WriteComposite(map, model, job.output, settings.decimalPlaces, writingSpan, {});
   if (!written.Ok() || job.picture.empty()) return written;
   return WritePicture(map, job.picture, palette, settings);

@@ -38,6 +38,7 @@ int RunDesktop(ui::QtProgram& program, ui::Screen& screen, const std::string& mo
   const bool opened = model.empty() ? AskAndOpenModel(app) : OpenModel(app, model);
   if (!opened) return kFailed;
   program.Run(desktop);
+  desktop.DestroyWindows();  // they refer to the context
   return 0;
 }
 

@@ -29,9 +29,12 @@ int RunScript(const std::string& file, const std::string& model, ui::Screen* scr
   Settings settings = DefaultSettings();
   ui::HeadlessDesktop desktop(std::cout, screen);
   AppContext app{desktop, settings};
-  if (!model.empty()) OpenModel(app, model);
   ui::ScriptRunner script(desktop, file == "-" ? std::cin : opened, file, std::cout, std::cerr);
-  return script.Run();
+  const int status = script.Run([&] {
+    if (!model.empty()) OpenModel(app, model);
+  });
+  desktop.DestroyWindows();  // they refer to the context
+  return status;
 }
 
 }  // namespace ormel

@@ -34,7 +34,7 @@ class Stroke {
   std::pair<std::int64_t, std::int64_t> StepsWithin(int left, int top, int right,
                                                     int bottom) const {
     double first = 0;
-    double last = static_cast<double>(steps_);
+    auto last = static_cast<double>(steps_);
     Narrow(x_, acrossX_, left, right, first, last);
     Narrow(y_, acrossY_, top, bottom, first, last);
     return {static_cast<std::int64_t>(std::floor(first)),

@@ -29,7 +29,6 @@ class WindowView {
   virtual ~WindowView() = default;
   virtual void Refresh() = 0;        // caption, enabled state or the strip of a long command
   virtual void LayoutChanged() = 0;  // controls came or went
-  virtual void Gone() = 0;           // the window is being destroyed, and must not be used again
 };
 
 class Window {

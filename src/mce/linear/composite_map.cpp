@@ -12,9 +12,8 @@ namespace ormel {
 namespace {
 
 constexpr int kLargestSide = 32767;
-constexpr double kTop = 255;
 
-bool IsOutside(double value) { return value < 0 || value > kTop; }
+bool IsOutside(double value) { return value < 0 || value > kTopValue; }
 
 // A side of the model: a whole number of cells from 1 to 32767.
 Outcome<int> SideFrom(const std::string& path, const std::string& text, const char* what) {
@@ -43,11 +42,8 @@ Outcome<ModelFrame> ReadFrame(const std::string& path) {
   return frame;
 }
 
-// NODATA and values outside 0 to 255 count as 0.
-void ClipRow(std::span<double> values, double nodata) {
-  for (double& value : values) {
-    value = (value < 0) | (value > kTop) | (value == nodata) ? 0.0 : value;
-  }
+void CountRow(std::span<double> values, double nodata) {
+  for (double& value : values) value = CountedValue(value, nodata);
 }
 
 // How one factor's row goes into the sums. The extremes are those of the sums in double precision,
@@ -66,36 +62,31 @@ struct Extremes {
   double Smallest() const { return *std::min_element(smallest, smallest + kLanes); }
 };
 
-// The term is High * (-v) - Low * (255 - v), with High and Low -1 when they hold: v or 255 - v.
-template <bool kHighValuesGood>
-inline double Term(double value) {
-  return kHighValuesGood ? value : kTop - value;
-}
-
-template <bool kHighValuesGood>
+template <bool HighValuesGood>
 inline void AddCell(double value, std::uint8_t allowed, double weight, float& sum, double& largest,
                     double& smallest) {
-  const double next = static_cast<double>(sum) + weight * Term<kHighValuesGood>(value);
+  const double next =
+      static_cast<double>(sum) + weight * (HighValuesGood ? value : kTopValue - value);
   const bool counts = allowed != 0;
   sum = counts ? static_cast<float>(next) : sum;
   largest = counts && next > largest ? next : largest;
   smallest = counts && next < smallest ? next : smallest;
 }
 
-template <bool kHighValuesGood>
+template <bool HighValuesGood>
 void AddRow(std::span<const double> values, std::span<const std::uint8_t> mask, double weight,
             std::span<float> sums, Extremes& extremes) {
   const std::size_t count = values.size();
   std::size_t i = 0;
   for (; i + Extremes::kLanes <= count; i += Extremes::kLanes) {
     for (std::size_t lane = 0; lane < Extremes::kLanes; ++lane) {
-      AddCell<kHighValuesGood>(values[i + lane], mask[i + lane], weight, sums[i + lane],
-                               extremes.largest[lane], extremes.smallest[lane]);
+      AddCell<HighValuesGood>(values[i + lane], mask[i + lane], weight, sums[i + lane],
+                              extremes.largest[lane], extremes.smallest[lane]);
     }
   }
   for (; i < count; ++i) {
-    AddCell<kHighValuesGood>(values[i], mask[i], weight, sums[i], extremes.largest[0],
-                             extremes.smallest[0]);
+    AddCell<HighValuesGood>(values[i], mask[i], weight, sums[i], extremes.largest[0],
+                            extremes.smallest[0]);
   }
 }
 
@@ -125,7 +116,7 @@ Outcome<CompositeMap> CompositeMap::Begin(const LinearModel& model) {
 }
 
 RowsToRead CompositeMap::RowsOf(const LinearModel& model, int index) const {
-  const std::size_t place = static_cast<std::size_t>(index - 1);
+  const auto place = static_cast<std::size_t>(index - 1);
   return {model.factors[place].Path(), headerLines_[place], frame_.ncols, frame_.nrows};
 }
 
@@ -147,7 +138,7 @@ Outcome<std::string> CompositeMap::AccumulateFactor(const LinearModel& model, in
   Outcome<std::string> read = ReadRows(
       RowsOf(model, index), progress, [&](int row, std::span<double> cells, double nodata) {
         NoteLastAllowed(row, cells, nodata);
-        ClipRow(cells, nodata);
+        CountRow(cells, nodata);
         addRow(cells, mask_.Row(row), factor.weight, sums_.Row(row), extremes);
         if (watcher) watcher(row, cells);
       });
@@ -161,7 +152,7 @@ Outcome<std::string> CompositeMap::ReadFactor(const LinearModel& model, int inde
                                               ProgressSink& progress) const {
   return ReadRows(RowsOf(model, index), progress,
                   [&](int row, std::span<double> cells, double nodata) {
-                    ClipRow(cells, nodata);
+                    CountRow(cells, nodata);
                     watcher(row, cells);
                   });
 }
@@ -179,7 +170,7 @@ void CompositeMap::ScaledRow(int row, const Limits& limits, std::span<double> va
   const std::span<const std::uint8_t> mask = mask_.Row(row);
   const double range = limits.max - limits.min;
   for (std::size_t i = 0; i < sums.size(); ++i) {
-    const double scaled = kTop * (static_cast<double>(sums[i]) - limits.min) / range;
+    const double scaled = kTopValue * (static_cast<double>(sums[i]) - limits.min) / range;
     values[i] = mask[i] != 0 ? scaled : 0.0;
   }
 }

@@ -27,6 +27,9 @@
 
 namespace ormel {
 
+// The top of the scale on which factors and the composite lie.
+inline constexpr double kTopValue = 255;
+
 // Where a model's maps lie: the header of its first factor.
 struct ModelFrame {
   int ncols = 0;
@@ -36,6 +39,17 @@ struct ModelFrame {
   double cellsize = 0;
   HeaderValues texts;  // as they are written: X and Y as default text, the others as they were read
 };
+
+// A cell as it counts: NODATA and values outside 0 to 255 are 0.
+inline double CountedValue(double value, double nodata) {
+  return ((value < 0) | (value > kTopValue) | (value == nodata)) != 0 ? 0.0 : value;
+}
+
+// What such a value adds for a weight of 1. It is High * (-v) - Low * (255 - v), with High and Low
+// -1 when they hold.
+inline double FactorTerm(const LinearFactor& factor, double value) {
+  return factor.highValuesGood ? value : kTopValue - value;
+}
 
 // Sees the cells of a row (from 1, west to east) as they count: NODATA and values outside 0 to 255
 // are 0. Cells under the mask are seen as well. At the end of a file that is too short the row has

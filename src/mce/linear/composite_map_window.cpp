@@ -4,12 +4,12 @@
 #include <cctype>
 #include <cmath>
 
-#include "base/file_writer.h"
 #include "mapdata/numbers.h"
 #include "mapdata/path_text.h"
 #include "mapdata/raster.h"
 #include "mce/linear/composite_output.h"
 #include "mce/linear/composite_picture.h"
+#include "mce/linear/shown_values.h"
 #include "movies/bitmap.h"
 #include "ui/desktop.h"
 #include "ui/run.h"
@@ -28,7 +28,6 @@ using ui::Table;
 constexpr int kScaleWidth = 512;  // pixels of the colour scale
 constexpr int kScaleHeight = 18;
 constexpr int kCompositeNumber = 102;  // of the composite's picture, in scripts
-constexpr double kTop = 255;
 
 constexpr char kRasterFilter[] = "ASCII Raster (*.asc)|*.asc";
 constexpr char kExportFilter[] = "ASCII Raster (.asc)|*.asc|Bitmap (.bmp)|*.bmp";
@@ -133,12 +132,12 @@ Outcome<> FrmDraw::Start(ProgressSink& progress) {
   LayOut();
   ShowModelLabels();
   if (!map_->MaskFailure().empty()) app_.desktop.Message("Bad Constraint!");
-  const Outcome<> drawn = DrawFactors(progress);
+  Outcome<> drawn = DrawFactors(progress);
   if (!drawn.Ok()) return drawn;
 
   PutOnShow(1);
   ProgressSpan end(progress, 100, 100);
-  const Outcome<> loaded = LoadDisplayGrid(map_->RowsOf(model_, 1), 1, end);
+  Outcome<> loaded = LoadDisplayGrid(map_->RowsOf(model_, 1), 1, end);
   if (!loaded.Ok()) return loaded;
   if (map_->OutOfRange()) {
     app_.desktop.Message(
@@ -232,10 +231,7 @@ bool FrmDraw::ScaleTo(const std::string& path) {
   ui::Run run(*this);
   displayHolds_ = kNothing;
   const auto keep = [this](int row, std::span<double> values) {
-    const std::span<float> cells = display_.Row(row);
-    for (std::size_t i = 0; i < values.size(); ++i) {
-      cells[i] = static_cast<float>(HalfEvenRound(values[i], app_.settings.decimalPlaces));
-    }
+    KeepRow(values, app_.settings.decimalPlaces, display_.Row(row));
   };
   const Outcome<> scaled =
       path.empty() ? ScaleComposite(*map_, run, keep)
@@ -314,19 +310,10 @@ RowsToRead FrmDraw::CompositeRows() const {
 
 Outcome<> FrmDraw::LoadDisplayGrid(const RowsToRead& rows, int index, ProgressSink& progress) {
   displayHolds_ = kNothing;
-  display_.Fill(0);
-  displayNoData_ = kNoNoData;
-  const Outcome<std::string> read =
-      ReadRows(rows, progress, [this](int row, std::span<double> cells, double nodata) {
-        displayNoData_ = nodata;
-        const std::span<float> display = display_.Row(row);
-        for (std::size_t i = 0; i < cells.size(); ++i) {
-          const bool allowed = map_->Allowed(static_cast<int>(i) + 1, row);
-          const double value = HalfEvenRound(cells[i], app_.settings.decimalPlaces);
-          display[i] = static_cast<float>(cells[i] == nodata ? nodata : allowed ? value : 0.0);
-        }
-      });
-  if (!read.Ok()) return read.Stop();
+  const Outcome<double> nodata =
+      ReadShownValues(rows, *map_, app_.settings.decimalPlaces, display_, progress);
+  if (!nodata.Ok()) return nodata.Stop();
+  displayNoData_ = nodata.Value();
   displayHolds_ = index;
   return Done{};
 }
@@ -345,17 +332,11 @@ void FrmDraw::ReadOut(const ui::MouseEvent& event) {
   // Without the map's own data a value would be that of another map.
   const bool known = displayHolds_ == shown_ && display_.Holds(column, row);
   lblValue.SetCaption(known ? NumberText(display_(column, row)) : "");
-  lblWeightedValue.SetCaption(!known ? ""
-                              : shown_ == kComposite
-                                  ? lblValue.Caption()
-                                  : rounded(WeightedValue(display_(column, row))));
-}
-
-// What a cell adds to the sum. NODATA and values outside 0 to 255 count as 0.
-double FrmDraw::WeightedValue(double value) const {
-  const LinearFactor& factor = Factor(shown_);
-  if (value < 0 || value > kTop || value == displayNoData_) value = 0;
-  return factor.weight * (factor.highValuesGood ? value : kTop - value);
+  lblWeightedValue.SetCaption(
+      !known ? ""
+      : shown_ == kComposite
+          ? lblValue.Caption()
+          : rounded(WeightedTerm(Factor(shown_), display_(column, row), displayNoData_)));
 }
 
 // ---- Exports ------------------------------------------------------------------------------------
@@ -384,24 +365,13 @@ void FrmDraw::ExportComposite() {
   if (shown_ == kComposite) ShowPictureLabels();
 }
 
-// The cells are written as they stand, in single precision: a second rounding could change them.
 Outcome<> FrmDraw::WriteCompositeRaster(const std::string& path, ProgressSink& progress) {
-  if (!outputPath_.empty() && (shown_ != kComposite || !ckLoadData.Checked())) {
-    const Outcome<> loaded = LoadDisplayGrid(CompositeRows(), kComposite, progress);
+  if (outputPath_.empty()) return WriteShownValues(retained_, map_->Frame(), path, progress);
+  if (shown_ != kComposite || !ckLoadData.Checked()) {
+    Outcome<> loaded = LoadDisplayGrid(CompositeRows(), kComposite, progress);
     if (!loaded.Ok()) return loaded;
   }
-  const Grid<float>& cells = outputPath_.empty() ? retained_ : display_;
-  Outcome<FileWriter> opened = FileWriter::Open(path);
-  if (!opened.Ok()) return opened.Stop();
-  FileWriter& writer = opened.Value();
-  writer.Write(HeaderText(HeaderStyle::kWide14, map_->Frame().texts));
-  RowText text;
-  for (int row = 1; row <= cells.Rows(); ++row) {
-    for (const float value : cells.Row(row)) text.Add(value);
-    writer.Write(text.Finish());
-    if (row % 5 == 0 && !progress.Report(100.0 * row / cells.Rows())) return Cancelled{};
-  }
-  return writer.Commit();
+  return WriteShownValues(display_, map_->Frame(), path, progress);
 }
 
 void FrmDraw::ExportFactors() {

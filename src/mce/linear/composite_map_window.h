@@ -102,7 +102,6 @@ class FrmDraw final : public ui::Window {
                                           ProgressSink& progress);
   RowsToRead CompositeRows() const;
   void ReadOut(const ui::MouseEvent& event);
-  double WeightedValue(double value) const;
 
   void ExportComposite();
   [[nodiscard]] Outcome<> WriteCompositeRaster(const std::string& path, ProgressSink& progress);

@@ -91,7 +91,7 @@ Outcome<> WriteComposite(const CompositeMap& map, const LinearModel& model, cons
     if (watcher) watcher(row, values);
   });
   if (!scaled.Ok()) return scaled.Stop();
-  const Outcome<> written = writer.Commit();
+  Outcome<> written = writer.Commit();
   if (!written.Ok()) return written;
   return WriteFile(infoPath, InfoFileText(model, Now()));
 }

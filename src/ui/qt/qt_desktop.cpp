@@ -56,7 +56,7 @@ void QtProgram::Quit() { QApplication::quit(); }
 
 QtDesktop::QtDesktop(Screen* screen) : Desktop(screen), services_(std::make_unique<Services>()) {}
 
-QtDesktop::~QtDesktop() = default;
+QtDesktop::~QtDesktop() { DestroyWindows(); }
 
 TimerId QtDesktop::StartTimer(std::chrono::milliseconds interval, Handler tick) {
   const TimerId id = ++services_->lastTimer;
@@ -83,13 +83,8 @@ void QtDesktop::Tick(TimerId timer) {
   const auto found = services_->tickers.find(timer);
   if (found == services_->tickers.end() || found->second->running) return;
   const std::shared_ptr<Services::Ticker> ticker = found->second;
-  const Nesting nesting(this);
   ticker->running = true;
-  try {
-    ticker->tick();
-  } catch (const std::exception& error) {
-    Message(error.what());
-  }
+  Dispatch(ticker->tick);
   ticker->running = false;
 }
 

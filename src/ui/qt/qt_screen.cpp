@@ -25,7 +25,7 @@ QtScreen::QtScreen(std::string iconFolder) : windows_(std::make_unique<Windows>(
 }
 
 QtScreen::~QtScreen() {
-  while (!windows_->open.empty()) windows_->open.begin()->second->Release();
+  for (const auto& [window, shown] : windows_->open) shown->Release();
   QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 
@@ -34,8 +34,7 @@ void QtScreen::Open(Window& window, Window* owner, bool modal) {
   // Whatever opens above a modal window belongs to it: otherwise it could not be used.
   if (behind == nullptr) behind = modal ? QApplication::activeWindow() : nullptr;
   if (QWidget* waiting = QApplication::activeModalWidget()) behind = waiting;
-  auto* shown = new QtWindow(window, windows_->iconFolder,
-                             [this, &window] { windows_->open.erase(&window); });
+  auto* shown = new QtWindow(window, windows_->iconFolder);
   windows_->open.emplace(&window, shown);
   shown->ShowFirst(behind, modal);
 }
@@ -50,6 +49,7 @@ void QtScreen::Show(Window& window, bool visible) {
 
 void QtScreen::Close(Window& window) {
   if (QtWindow* shown = windows_->Find(&window)) shown->Release();
+  windows_->open.erase(&window);
 }
 
 void QtScreen::ProcessEvents() { QCoreApplication::processEvents(); }

@@ -82,8 +82,10 @@ class FolderView final : public ViewOfKind<FolderList, FolderWidget> {
     Act([&](FolderList& list) {
       std::error_code error;
       const fs::path here = fs::absolute(list.Folder().empty() ? "." : list.Folder(), error);
-      const fs::path there = here / entries_[static_cast<std::size_t>(index.row())];
-      return list.GoTo(there.lexically_normal().generic_string());
+      const fs::path there = index.row() == 0
+                                 ? here.lexically_normal().parent_path()
+                                 : here / entries_[static_cast<std::size_t>(index.row())];
+      return list.GoTo(there.generic_string());
     });
   }
 

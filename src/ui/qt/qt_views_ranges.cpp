@@ -104,7 +104,7 @@ class SpinView final : public ViewOfKind<SpinButton, SpinArrows> {
   SpinView(QtWindow& window, SpinButton& control, QWidget* parent)
       : ViewOfKind(window, control, new SpinArrows(parent)) {
     The().onStep = [this](int steps) {
-      Act([&](SpinButton& spin) { return spin.MoveTo(spin.Value() + Distance(spin, steps)); });
+      Act([&](SpinButton& spin) { return spin.MoveTo(0LL + spin.Value() + Distance(spin, steps)); });
     };
   }
 

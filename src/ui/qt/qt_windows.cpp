@@ -66,9 +66,8 @@ class PageArea final : public QScrollArea {
 
 }  // namespace
 
-QtWindow::QtWindow(Window& window, const std::string& iconFolder, std::function<void()> whenGone)
+QtWindow::QtWindow(Window& window, const std::string& iconFolder)
     : window_(&window),
-      whenGone_(std::move(whenGone)),
       area_(new PageArea(this)),
       page_(new QWidget(area_)),
       strip_(new QWidget(this)),
@@ -140,14 +139,9 @@ void QtWindow::Release() {
   window_->AttachView(nullptr);
   for (const auto& [control, view] : views_) view->Release();
   views_.clear();
-  Gone();
-}
-
-void QtWindow::Gone() {
   window_ = nullptr;
   hide();
   deleteLater();
-  if (whenGone_) std::exchange(whenGone_, nullptr)();
 }
 
 void QtWindow::Refresh() {

@@ -3,7 +3,6 @@
 #pragma once
 
 #include <QMainWindow>
-#include <functional>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -20,8 +19,7 @@ class View;
 
 class QtWindow final : public QMainWindow, public WindowView {
  public:
-  // `whenGone` is called when `window` is destroyed while it is open.
-  QtWindow(Window& window, const std::string& iconFolder, std::function<void()> whenGone);
+  QtWindow(Window& window, const std::string& iconFolder);
 
   // Shows it for the first time, at the size that its controls ask for and the screen has.
   void ShowFirst(QWidget* owner, bool modal);
@@ -31,7 +29,6 @@ class QtWindow final : public QMainWindow, public WindowView {
   // WindowView.
   void Refresh() override;
   void LayoutChanged() override;
-  void Gone() override;
 
   // What has changed since is brought to the screen. Runs by itself before the next event.
   void Update();
@@ -62,7 +59,6 @@ class QtWindow final : public QMainWindow, public WindowView {
   bool IsBar() const;
 
   Window* window_;  // null when it is closed
-  std::function<void()> whenGone_;
   QScrollArea* area_;
   QWidget* page_;
   QWidget* strip_;

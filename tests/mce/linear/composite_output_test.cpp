@@ -8,7 +8,6 @@
 namespace ormel {
 namespace {
 
-using testing::Good;
 using testing::ModelFolder;
 using testing::ReadText;
 

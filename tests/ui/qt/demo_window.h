@@ -104,7 +104,7 @@ class DemoWindow : public Window {
   Slider sldWeight{*this, "sldWeight"};
   SpinButton spnWeight{*this, "spnWeight"};
   CheckBox ckMask{*this, "ckMask", "Use the &constraint mask"};
-  OptionGroup optMethod{*this, "optMethod", 0};
+  OptionGroup optMethod{*this, "optMethod"};
   FrameControl fraLook{*this, "fraLook", "Picture"};
   ComboBox cboPalette{*this, "cboPalette"};
   ComboBox cboUnit{*this, "cboUnit", ComboBox::Kind::kTyped};

@@ -1,0 +1,52 @@
+#include "mce/linear/shown_values.h"
+
+#include "base/file_writer.h"
+#include "mapdata/numbers.h"
+#include "mapdata/raster_writer.h"
+
+namespace ormel {
+
+void KeepRow(std::span<const double> values, int decimalPlaces, std::span<float> cells) {
+  for (std::size_t i = 0; i < values.size(); ++i) {
+    cells[i] = static_cast<float>(HalfEvenRound(values[i], decimalPlaces));
+  }
+}
+
+Outcome<double> ReadShownValues(const RowsToRead& rows, const CompositeMap& map, int decimalPlaces,
+                                Grid<float>& cells, ProgressSink& progress) {
+  double mapNoData = kNoNoData;
+  cells.Fill(0);
+  const Outcome<std::string> read =
+      ReadRows(rows, progress, [&](int row, std::span<double> values, double nodata) {
+        mapNoData = nodata;
+        const std::span<float> kept = cells.Row(row);
+        const std::span<const std::uint8_t> mask = map.Mask().Row(row);
+        for (std::size_t i = 0; i < values.size(); ++i) {
+          const double value = mask[i] != 0 ? HalfEvenRound(values[i], decimalPlaces) : 0.0;
+          kept[i] = static_cast<float>(values[i] == nodata ? nodata : value);
+        }
+      });
+  if (!read.Ok()) return read.Stop();
+  return mapNoData;
+}
+
+double WeightedTerm(const LinearFactor& factor, double value, double nodata) {
+  return factor.weight * FactorTerm(factor, CountedValue(value, nodata));
+}
+
+Outcome<> WriteShownValues(const Grid<float>& cells, const ModelFrame& frame,
+                           const std::string& path, ProgressSink& progress) {
+  Outcome<FileWriter> opened = FileWriter::Open(path);
+  if (!opened.Ok()) return opened.Stop();
+  FileWriter& writer = opened.Value();
+  writer.Write(HeaderText(HeaderStyle::kWide14, frame.texts));
+  RowText text;
+  for (int row = 1; row <= cells.Rows(); ++row) {
+    for (const float value : cells.Row(row)) text.Add(value);
+    writer.Write(text.Finish());
+    if (row % 5 == 0 && !progress.Report(100.0 * row / cells.Rows())) return Cancelled{};
+  }
+  return writer.Commit();
+}
+
+}  // namespace ormel
