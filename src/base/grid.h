@@ -3,7 +3,7 @@
 
 #include <cassert>
 #include <cstddef>
-#include <new>
+#include <exception>
 #include <span>
 #include <string>
 #include <vector>
@@ -64,7 +64,7 @@ template <class T>
 [[nodiscard]] Outcome<Grid<T>> MakeGrid(int columns, int rows, T value = T{}) {
   try {
     return Grid<T>(columns, rows, value);
-  } catch (const std::bad_alloc&) {
+  } catch (const std::exception&) {  // bad_alloc, or length_error beyond what can be addressed
     return Failure{FailureKind::kTooLarge,
                    "A map of " + std::to_string(columns) + " columns and " + std::to_string(rows) +
                        " rows does not fit into the memory of this machine."};

@@ -50,7 +50,9 @@ Answer AnswerOf(int button) {
 
 bool IsPattern(const std::string& name) { return name.find_first_of("*?") != std::string::npos; }
 
-QString Words(const std::string& patterns) { return ToQt(patterns).replace(';', ' ').replace(',', ' '); }
+QString Words(const std::string& patterns) {
+  return ToQt(patterns).replace(';', ' ').replace(',', ' ');
+}
 
 // "Bitmap (.bmp)" and "*.bmp" make "Bitmap (.bmp) (*.bmp)"; the last brackets are not shown.
 QStringList NameFilters(const std::vector<FilterEntry>& entries) {

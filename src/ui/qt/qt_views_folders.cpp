@@ -83,7 +83,7 @@ class FolderView final : public ViewOfKind<FolderList, FolderWidget> {
       std::error_code error;
       const fs::path here = fs::absolute(list.Folder().empty() ? "." : list.Folder(), error);
       const fs::path there = index.row() == 0
-                                 ? here.lexically_normal().parent_path()
+                                 ? (here / "").lexically_normal().parent_path().parent_path()
                                  : here / entries_[static_cast<std::size_t>(index.row())];
       return list.GoTo(there.generic_string());
     });

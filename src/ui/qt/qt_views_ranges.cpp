@@ -51,6 +51,7 @@ class ScrollBarView final : public RangeView<ScrollBar, QScrollBar> {
                   new QScrollBar(control.Vertical() ? Qt::Vertical : Qt::Horizontal, parent)) {
     const int length = The().fontMetrics().height() * 4;
     const bool vertical = control.Vertical();
+    if (!vertical) The().setInvertedControls(false);  // else the Right key would go left
     The().setMinimumSize(vertical ? 0 : length, vertical ? length : 0);
     The().setSizePolicy(vertical ? QSizePolicy::Fixed : QSizePolicy::Expanding,
                         vertical ? QSizePolicy::Expanding : QSizePolicy::Fixed);
@@ -104,7 +105,9 @@ class SpinView final : public ViewOfKind<SpinButton, SpinArrows> {
   SpinView(QtWindow& window, SpinButton& control, QWidget* parent)
       : ViewOfKind(window, control, new SpinArrows(parent)) {
     The().onStep = [this](int steps) {
-      Act([&](SpinButton& spin) { return spin.MoveTo(0LL + spin.Value() + Distance(spin, steps)); });
+      Act([&](SpinButton& spin) {
+        return spin.MoveTo(0LL + spin.Value() + Distance(spin, steps));
+      });
     };
   }
 
