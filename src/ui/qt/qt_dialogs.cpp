@@ -63,6 +63,15 @@ QStringList NameFilters(const std::vector<FilterEntry>& entries) {
   return filters;
 }
 
+// The chosen entry, from 1. Some dialogs name it with its patterns and some without.
+int IndexOf(const QString& chosen, const QStringList& filters) {
+  for (qsizetype i = 0; i < filters.size(); ++i) {
+    const QString name = filters[i].left(filters[i].lastIndexOf('('));
+    if (chosen == filters[i] || chosen.trimmed() == name.trimmed()) return static_cast<int>(i) + 1;
+  }
+  return 1;
+}
+
 // The ending that the patterns of an entry name first, "bmp" of "*.bmp;*.dib"; empty: none does.
 std::string EndingOf(const std::string& patterns) {
   const std::string first = patterns.substr(0, patterns.find(';'));
@@ -144,7 +153,7 @@ std::optional<FileChoice> QtDesktop::AskForFile(const FileDialog& dialog, bool s
   if (box.exec() != QDialog::Accepted || box.selectedFiles().isEmpty()) return std::nullopt;
 
   FileChoice choice;
-  choice.filterIndex = std::max(1, static_cast<int>(filters.indexOf(box.selectedNameFilter())) + 1);
+  choice.filterIndex = IndexOf(box.selectedNameFilter(), filters);
   for (const QString& path : box.selectedFiles()) {
     choice.paths.push_back(save ? WithEnding(path, dialog, choice.filterIndex) : FromQt(path));
   }

@@ -49,8 +49,8 @@ Outcome<std::string> QtDesktop::Fetch(const std::string& url, ProgressSink& prog
     return Cancelled{};
   }
   if (reply->error() != QNetworkReply::NoError) {
-    const bool isGone = reply->error() == QNetworkReply::ContentNotFoundError;
-    return Failure{isGone ? FailureKind::kNotFound : FailureKind::kDisk,
+    const bool isMissing = reply->error() == QNetworkReply::ContentNotFoundError;
+    return Failure{isMissing ? FailureKind::kNotFound : FailureKind::kDisk,
                    url + ": " + FromQt(reply->errorString())};
   }
   return reply->readAll().toStdString();

@@ -267,7 +267,7 @@ void ShowTexts(const std::vector<LayoutText>& texts) {
     const bool shown = std::any_of(text.behind.begin(), text.behind.end(), [](const auto& widget) {
       return widget != nullptr && !widget->isHidden();
     });
-    if (text.label->isHidden() == shown) text.label->setVisible(shown);
+    text.label->setVisible(shown);
   }
 }
 

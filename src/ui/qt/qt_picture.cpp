@@ -77,10 +77,10 @@ PictureWidget::PictureWidget(QWidget* parent) : QWidget(parent) {
 }
 
 void PictureWidget::SetCanvas(const Canvas* canvas) {
-  const QSize before = sizeHint();
   canvas_ = canvas;
   scaled_ = {};
-  if (sizeHint() != before) updateGeometry();
+  if (sizeHint() != lastHint_) updateGeometry();
+  lastHint_ = sizeHint();
   update();
 }
 

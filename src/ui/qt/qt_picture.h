@@ -35,6 +35,7 @@ class PictureWidget final : public QWidget {
   const Canvas* canvas_ = nullptr;
   int stripHeight_ = 0;
   QImage scaled_;  // as it was last painted
+  QSize lastHint_;
 };
 
 // `source` in `size` pixels. Each pixel is the mean of those it covers, or a copy of the one in

@@ -59,8 +59,7 @@ void View::SetPlaced(bool placed) {
 // Frames and the window hide and disable what they hold by themselves.
 void View::ShowCommon() {
   widget_->setEnabled(control_->Enabled());
-  const bool visible = placed_ && control_->Visible();
-  if (widget_->isHidden() == visible) widget_->setVisible(visible);
+  widget_->setVisible(placed_ && control_->Visible());
   widget_->setToolTip(ToQt(control_->ToolTip()));
 }
 

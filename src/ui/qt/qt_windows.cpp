@@ -1,6 +1,7 @@
 #include "ui/qt/qt_windows.h"
 
 #include <QCloseEvent>
+#include <QCoreApplication>
 #include <QDragEnterEvent>
 #include <QGroupBox>
 #include <QKeyEvent>
@@ -57,7 +58,7 @@ class PageArea final : public QScrollArea {
  private:
   // What is left of the screen beside title, menus and the desktop's own bars.
   QSize Bounded(QSize size) const {
-    const QSize room = screen()->availableSize() * 17 / 20;
+    const QSize room = screen()->availableSize() * 7 / 8;
     const int bar = style()->pixelMetric(QStyle::PM_ScrollBarExtent);
     return QSize(size.width() + (size.height() > room.height() ? bar : 0), size.height())
         .boundedTo(room);
@@ -115,10 +116,17 @@ void QtWindow::ShowFirst(QWidget* owner, bool modal) {
     move(room.topLeft());
     resize(room.width(), sizeHint().height());
   } else {
-    resize(sizeHint());
+    resize(FittingSize());
   }
+  ownSize_ = size();
   show();
   FocusFirst();
+}
+
+// What the contents ask for, as far as the screen has it beside the title.
+QSize QtWindow::FittingSize() const {
+  const int title = 2 * fontMetrics().height();
+  return sizeHint().boundedTo(screen()->availableSize() - QSize(title, title));
 }
 
 bool QtWindow::IsBar() const {
@@ -174,6 +182,21 @@ void QtWindow::Update() {
     SyncViews();
   }
   if (std::exchange(windowChanged_, false)) SyncWindow();
+  if (isVisible() && strip_->isHidden()) GrowWithContents();
+}
+
+// A window fills up after it has opened: rows are added, a map is loaded. It grows with them until
+// a person gives it another size.
+void QtWindow::GrowWithContents() {
+  if (size() != ownSize_ || isMaximized()) return;
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
+  page_->layout()->activate();
+  area_->updateGeometry();
+  centralWidget()->layout()->activate();
+  layout()->activate();
+  const QSize wanted = size().expandedTo(FittingSize());
+  if (wanted != size()) resize(wanted);
+  ownSize_ = size();
 }
 
 void QtWindow::SyncViews() {
@@ -200,6 +223,7 @@ void QtWindow::Rebuild() {
   for (std::size_t i = 1; i < built_.order.size(); ++i) {
     setTabOrder(built_.order[i - 1], built_.order[i]);
   }
+  for (const QPointer<QWidget>& widget : built_.made) widget->show();
   SyncViews();
   if (focus != nullptr && !focus->isHidden()) focus->setFocus(Qt::OtherFocusReason);
   setUpdatesEnabled(true);

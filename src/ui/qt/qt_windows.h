@@ -53,6 +53,8 @@ class QtWindow final : public QMainWindow, public WindowView {
   void SyncViews();
   void TakeLayoutDown();
   void SyncWindow();
+  void GrowWithContents();
+  QSize FittingSize() const;
   void LetUse(bool enabled);
   void FocusFirst();
   // A window of nothing but menus and tools lies along the upper edge of the screen.
@@ -67,6 +69,7 @@ class QtWindow final : public QMainWindow, public WindowView {
   std::vector<QPointer<View>> marked_;
   BuiltLayout built_;
   QPointer<QWidget> focusBefore_;  // a command disables the window: who had the focus
+  QSize ownSize_;                  // the size that the window gave itself
   bool scheduled_ = false;
   bool windowChanged_ = true;
   bool layoutChanged_ = true;

@@ -93,7 +93,7 @@ TEST_F(ControlsTest, TheScreenShowsWhatTheProgramChanges) {
        [&] { return On<QComboBox>(w.cboPalette).placeholderText() == "mine.ptf"; }},
       {"typed combo", [&] { w.cboUnit.SetText("yards"); },
        [&] { return On<QComboBox>(w.cboUnit).currentText() == "yards"; }},
-      {"slider", [&] { w.sldWeight.SetRange(0, 500), w.sldWeight.SetValue(400); },
+      {"slider", [&] { w.sldWeight.SetRange(200, 500), w.sldWeight.SetValue(400); },
        [&] { return On<QSlider>(w.sldWeight).value() == 400; }},
       {"scroll bar", [&] { w.scrRow.SetValue(7); },
        [&] { return On<QAbstractSlider>(w.scrRow).value() == 7; }},
@@ -327,10 +327,12 @@ TEST_F(ControlsTest, ATextBoxIsLeftOnlyForAnotherField) {
   log.clear();
   InDialog<QWidget>([](QWidget& box) { box.close(); });
   desktop.Message("in between");
+  TopLevel(window)->activateWindow();
+  Settle();
+  ASSERT_TRUE(On(window.txtDem).hasFocus());
   window.SetEnabled(false);  // a command runs
   Settle();
   window.SetEnabled(true);
-  TopLevel(window)->activateWindow();
   Settle();
   EXPECT_EQ(log, Log{});
   EXPECT_TRUE(On(window.txtDem).hasFocus());

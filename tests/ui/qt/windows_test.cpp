@@ -66,6 +66,20 @@ TEST_F(WindowsTest, RowsComeAndGoUnderTheHandsOfAPerson) {
   EXPECT_TRUE(On(window.removers(1)).hasFocus());
 }
 
+TEST_F(WindowsTest, ANewLayoutShowsAtOnceAndWhatIsHiddenStaysHidden) {
+  auto window = std::make_unique<RowsWindow>();
+  window->names(2).SetVisible(false);
+  auto& shown = desktop.Show(std::move(window));
+  EXPECT_FALSE(On(shown.names(2)).isVisible());
+  shown.SetCount(4);
+  shown.names(4).SetVisible(false);
+  EXPECT_TRUE(desktop.Snapshot(shown, testing::TempDir() + "rows.png"));  // draws without waiting
+  EXPECT_TRUE(On(shown.names(3)).isVisible());
+  Settle();
+  EXPECT_FALSE(On(shown.names(2)).isVisible());
+  EXPECT_FALSE(On(shown.names(4)).isVisible());
+}
+
 class PlacesWindow : public Window {
  public:
   PlacesWindow() : Window("frmPlaces", "Places") {
@@ -248,6 +262,9 @@ TEST_F(WindowsTest, DroppedFilesReachTheWindow) {
   QMimeData files;
   files.setUrls({QUrl::fromLocalFile("/maps/a b.asc"), QUrl("http://example.org/c.asc"),
                  QUrl::fromLocalFile("/maps/d.mif")});
+  QDragEnterEvent enter({5, 5}, Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
+  QApplication::sendEvent(TopLevel(shown), &enter);
+  EXPECT_TRUE(enter.isAccepted());
   QDropEvent drop({5, 5}, Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
   QApplication::sendEvent(TopLevel(shown), &drop);
   EXPECT_EQ(dropped, (Log{"/maps/a b.asc", "/maps/d.mif"}));
@@ -261,6 +278,19 @@ TEST_F(WindowsTest, HiddenWindowsComeBackAndCaptionsChange) {
   desktop.ShowAgain(window);
   Settle();
   EXPECT_NE(TopLevel(window), nullptr);
+}
+
+TEST_F(WindowsTest, AWindowGrowsWithItsContentsUntilAPersonSizesIt) {
+  auto& window = Shown<PlacesWindow>();
+  QWidget& frame = *TopLevel(window);
+  const int before = frame.height();
+  window.picture.SetImage(DemoMap(20, 20));  // asks for more height than 40 by 20
+  Settle();
+  EXPECT_GT(frame.height(), before);
+  frame.resize(frame.width(), before);
+  window.picture.SetImage(DemoMap(21, 20));
+  Settle();
+  EXPECT_EQ(frame.height(), before);
 }
 
 TEST_F(WindowsTest, ASnapshotIsAPictureFile) {
