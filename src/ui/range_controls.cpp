@@ -42,10 +42,13 @@ Outcome<> RangeControl::Set(const std::string& value) {
 
 Outcome<> RangeControl::Key(const std::string& key) {
   long long next = value_;
-  if (key == "Left" || key == "Down") next -= smallStep_;
-  if (key == "Right" || key == "Up") next += smallStep_;
-  if (key == "PageDown") next -= largeStep_;
-  if (key == "PageUp") next += largeStep_;
+  const long long up = RaisesUpwards() ? 1 : -1;
+  if (key == "Left") next -= smallStep_;
+  if (key == "Right") next += smallStep_;
+  if (key == "Down") next -= up * smallStep_;
+  if (key == "Up") next += up * smallStep_;
+  if (key == "PageDown") next -= up * largeStep_;
+  if (key == "PageUp") next += up * largeStep_;
   if (key == "Home") next = minimum_;
   if (key == "End") next = maximum_;
   Outcome<> moved = MoveTo(next);

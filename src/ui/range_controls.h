@@ -27,6 +27,10 @@ class RangeControl : public Control {
   Outcome<> Key(const std::string& key) override;
   std::string Printed() const override { return std::to_string(value_); }
 
+ protected:
+  // Whether Up and PageUp lead to larger values.
+  virtual bool RaisesUpwards() const { return true; }
+
  private:
   int minimum_;
   int maximum_;
@@ -45,6 +49,9 @@ class ScrollBar final : public RangeControl {
   explicit ScrollBar(Window& window, std::string name, bool vertical = true)
       : RangeControl(window, std::move(name)), vertical_(vertical) {}
   bool Vertical() const { return vertical_; }
+
+ protected:
+  bool RaisesUpwards() const override { return false; }  // its first value is at the top
 
  private:
   const bool vertical_;

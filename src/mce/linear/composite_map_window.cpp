@@ -95,18 +95,16 @@ void FrmDraw::LayOut() {
   Column map;
   for (Shown& shown : pictures_) map.items.push_back(Share(1, *shown.picture));
   map.items.push_back(Row{lblScaleMin, Share(1, PSclP), lblScaleMax});
-  map.items.push_back(Frame{
-      "Under the mouse",
-      Table{{"X:", lblX, "Value:", lblValue}, {"Y:", lblY, "Weighted Value:", lblWeightedValue}},
-      ckLoadData});
+  map.items.push_back(
+      Frame{"Under the mouse",
+            Row{Share(1, Table{{"X:", lblX}, {"Y:", lblY}}),
+                Share(1, Table{{"Value:", lblValue}, {"Weighted Value:", lblWeightedValue}}),
+                ckLoadData}});
+  const Table shown{{"File:", lblFile},          {"Weight:", lblWeight},
+                    {"Palette:", lblPalette},    {"Size:", Row{lblColumns, lblRows, Stretch{}}},
+                    {"Cell size:", lblCellSize}, {"Lower left:", lblCorner}};
   SetLayout(Row{Share(3, map),
-                Share(1, Column{Frame{"On show", Table{{"File:", lblFile},
-                                                       {"Weight:", lblWeight},
-                                                       {"Palette:", lblPalette},
-                                                       {"Size:", lblColumns},
-                                                       {"", lblRows},
-                                                       {"Cell size:", lblCellSize},
-                                                       {"Lower left:", lblCorner}}},
+                Share(1, Column{Frame{"On show", shown},
                                 Frame{"Suitability map", cmdGenerate, Row{cmdExpBmp, cmdCGP}},
                                 Frame{"Factors", PList, Row{cmdDispSel, cmdExport, cmdCP}},
                                 Frame{"Constraints", CList, Row{"Colour:", CV, Stretch{}}},

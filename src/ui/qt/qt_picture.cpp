@@ -115,7 +115,7 @@ QSize PictureWidget::sizeHint() const {
   if (stripHeight_ > 0) return {8 * line, stripHeight_};
   if (canvas_ == nullptr || canvas_->Empty()) return {12 * line, 9 * line};
   QSize size(canvas_->Width(), canvas_->Height());
-  size.scale(24 * line, 20 * line, Qt::KeepAspectRatio);
+  size.scale(38 * line, 32 * line, Qt::KeepAspectRatio);
   return size.expandedTo(minimumSizeHint());
 }
 
