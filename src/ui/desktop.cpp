@@ -110,8 +110,8 @@ void Desktop::Dispatch(const Handler& handler) {
   CloseWaiting();
 }
 
-// Not left to the end of the run itself: the window may ask whether to close, and that question must
-// be free to fail.
+// Not left to the end of the run itself: the window may ask whether to close, and that question
+// must be free to fail.
 void Desktop::CloseWaiting() {
   while (true) {
     const auto waiting = std::find_if(open_.begin(), open_.end(), [](const Window* window) {

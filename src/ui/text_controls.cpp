@@ -44,7 +44,8 @@ Outcome<> TextBox::Type(const std::string& text) {
   Outcome<> can = CanAct();
   if (!can.Ok()) return can;
   if (readOnly_) return Refusal("is read only");
-  std::string typed = maximumLength_ > 0 ? Cut(text, static_cast<std::size_t>(maximumLength_)) : text;
+  std::string typed =
+      maximumLength_ > 0 ? Cut(text, static_cast<std::size_t>(maximumLength_)) : text;
   if (typed == text_) return Done{};
   SetText(std::move(typed));
   Fire(onChange);
