@@ -44,7 +44,7 @@ std::string RowsOf(const std::vector<double>& cells) {
 }
 
 std::filesystem::path ScratchFile(const std::string& name, const std::string& text) {
-  const std::filesystem::path path =
+  std::filesystem::path path =
       std::filesystem::temp_directory_path() / (name + std::to_string(getpid()) + ".asc");
   if (!WriteFile(path, text).Ok()) std::abort();
   return path;

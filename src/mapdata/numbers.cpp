@@ -197,7 +197,7 @@ char* WriteShortScaled(char* out, std::uint32_t number, int places) {
   const int leading = std::min(std::countr_zero(digits) / 8, before - 1);
   const int decimals = places - std::min(std::countl_zero(digits) / 8, places);
   const std::uint64_t text = digits | kZeros;
-  StoreEight(out, text >> (8 * leading));
+  StoreEight(out, text >> (8 * leading));  // NOLINT: by at most 7 bytes, `number` is not 0
   out += before - leading;
   *out = '.';
   StoreEight(out + 1, text >> (8 * (before - 1)) >> 8);

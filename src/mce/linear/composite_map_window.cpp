@@ -130,10 +130,10 @@ Outcome<> FrmDraw::Start(ProgressSink& progress) {
   LayOut();
   ShowModelLabels();
   if (!map_->MaskFailure().empty()) app_.desktop.Message("Bad Constraint!");
+  PutOnShow(1);
   Outcome<> drawn = DrawFactors(progress);
   if (!drawn.Ok()) return drawn;
 
-  PutOnShow(1);
   ProgressSpan end(progress, 100, 100);
   Outcome<> loaded = LoadDisplayGrid(map_->RowsOf(model_, 1), 1, end);
   if (!loaded.Ok()) return loaded;
@@ -177,6 +177,7 @@ Outcome<> FrmDraw::DrawFactors(ProgressSink& progress) {
     ProgressSpan span(progress, 100.0 * (i - 1) / FactorCount(), 100.0 * i / FactorCount());
     const Outcome<std::string> read = map_->AccumulateFactor(model_, i, FactorPainter(i), span);
     if (!read.Ok()) return read.Stop();
+    PictureOf(i).picture->Repaint();
     // What a file does not hold adds nothing and stops nothing, but the user shall know.
     if (!read.Value().empty()) status.SetText(1, read.Value());
   }

@@ -110,7 +110,7 @@ Builder::Part Builder::Build(const LayoutItem& item) {
 Builder::Part Builder::BuildText(const std::string& text) {
   auto* label = new QLabel(ToQt(PlainCaption(text)), page_);
   label->setTextFormat(Qt::PlainText);
-  built.made.push_back(label);
+  built.made.emplace_back(label);
   return {label};
 }
 
@@ -119,7 +119,7 @@ Builder::Part Builder::BuildFrame(const LayoutItem& item) {
       item.control != nullptr ? qobject_cast<QGroupBox*>(widgetOf_(*item.control)) : nullptr;
   if (box == nullptr) {
     box = new QGroupBox(ToQt(item.text), page_);
-    built.made.push_back(box);
+    built.made.emplace_back(box);
   }
   auto* column = new QVBoxLayout(box);
   column->setContentsMargins(Margin(), Gap(), Margin(), Margin());

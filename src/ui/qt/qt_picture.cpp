@@ -50,6 +50,7 @@ void AddRows(const Canvas& source, Stretch1 rows, const std::vector<Stretch1>& c
 QImage ScalePicture(const Canvas& source, QSize size) {
   if (source.Empty() || size.isEmpty()) return {};
   std::vector<Stretch1> columns;
+  columns.reserve(static_cast<std::size_t>(size.width()));
   for (int x = 0; x < size.width(); ++x) {
     columns.push_back(PixelsBehind(x, size.width(), source.Width()));
   }
