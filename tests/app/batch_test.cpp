@@ -1,7 +1,9 @@
 // ormel-batch as a process: what it writes, what it says, and its exit status.
 
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
+#include <unistd.h>
 
 #include <cstdlib>
 #include <string>
@@ -118,6 +120,30 @@ TEST_F(Batch, RunsScriptsFromStandardInputToo) {
             "Generate Suitability Map\n");
   EXPECT_EQ(ran.errors.find("-:3: "), 0u) << ran.errors;
 }
+
+#ifndef __SANITIZE_ADDRESS__
+TEST_F(Batch, TakesFiveBytesACellWhateverTheNumberOfFactors) {
+  constexpr long kCells = 1000L * 1000L;
+  const std::string map =
+      folder_
+          .Write("f.asc", ModelFolder::MapText(testing::Cells(1000, std::vector<double>(1000, 7))))
+          .string();
+  std::string model = "\"";
+  for (int factor = 0; factor < 12; ++factor) model += "FAC$" + map + "#1#True#";
+  const std::string file = folder_.Write("m.mif", model + "CST$NULL\"").string();
+  const std::string output = Path("o.asc");
+  const pid_t child = fork();
+  if (child == 0) {
+    execl(ORMEL_BATCH, "ormel-batch", file.c_str(), "-o", output.c_str(), nullptr);
+    _exit(127);
+  }
+  int status = 0;
+  rusage usage{};
+  ASSERT_EQ(wait4(child, &status, 0, &usage), child);
+  EXPECT_EQ(status, 0);
+  EXPECT_LE(usage.ru_maxrss, (5 * kCells + 32 * 1024 * 1024) / 1024);
+}
+#endif
 
 }  // namespace
 }  // namespace ormel
