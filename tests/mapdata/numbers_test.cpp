@@ -74,7 +74,7 @@ TEST(TextToNumber, WeighsLongMantissasAgainstTheirExponents) {
 TEST(TextToNumber, GivesTheNearestDouble) {
   std::mt19937_64 random(1);
   for (int i = 0; i < 200'000; ++i) {
-    const double value = std::bit_cast<double>(random());
+    const auto value = std::bit_cast<double>(random());
     if (!std::isfinite(value)) continue;
     char text[40];
     const int digits = static_cast<int>(random() % 20);

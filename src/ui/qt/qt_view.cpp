@@ -16,10 +16,10 @@ View::View(QtWindow& window, Control& control, QObject* thing)
   control.AttachView(this);
   window.Know(control, this);
   if (widget_ != nullptr) Watch(widget_);
-  Refresh();
+  View::Refresh();
 }
 
-View::~View() { Release(); }
+View::~View() { Detach(); }
 
 void View::Refresh() {
   if (marked_) return;
@@ -36,10 +36,14 @@ void View::Gone() {
 }
 
 void View::Release() {
-  if (control_ == nullptr) return;
+  if (Detach()) Parted();
+}
+
+bool View::Detach() {
+  if (control_ == nullptr) return false;
   control_->AttachView(nullptr);
   control_ = nullptr;
-  Parted();
+  return true;
 }
 
 void View::Sync() {

@@ -55,6 +55,7 @@ class View : public QObject, public ControlView {
   bool eventFilter(QObject* object, QEvent* event) override;
 
  private:
+  bool Detach();  // false: it had parted before
   void ShowCommon();
   bool PassKey(QObject* object, QEvent* event);
   bool IsLeft(const QObject& object, const QEvent& event) const;

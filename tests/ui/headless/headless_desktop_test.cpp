@@ -103,9 +103,9 @@ TEST_F(Headless, ADialogWithoutAFittingAnswerEndsTheScript) {
        [](HeadlessDesktop& d) { (void)d.PickFont("F", {}); },
        R"(the queued input "Arial, big" is no font for font title "F")"},
   };
-  for (const Case& one_case : cases) {
-    one_case.queue(desktop);
-    EXPECT_EQ(ErrorOf([&] { one_case.ask(desktop); }), one_case.error);
+  for (const Case& oneCase : cases) {
+    oneCase.queue(desktop);
+    EXPECT_EQ(ErrorOf([&] { oneCase.ask(desktop); }), oneCase.error);
   }
   EXPECT_EQ(log.str(), "") << "what was not answered did not happen";
   desktop.AnswerBoxes(Answer::kYes);

@@ -351,6 +351,7 @@ TEST_F(ControlsTest, TypingGoesOnWhereTheProgramTidiesTheText) {
 
 TEST_F(ControlsTest, ALongListKeepsItsPlaceAndFillsInOneGo) {
   std::vector<std::string> names;
+  names.reserve(100000);
   for (int i = 0; i < 100000; ++i) names.push_back("map" + std::to_string(i));
   window.File.SetItems(names);
   for (int i = 0; i < 1000; ++i) window.File.Add("more");
