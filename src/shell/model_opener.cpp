@@ -15,15 +15,14 @@ bool OpenModel(AppContext& app, const std::string& path) {
     app.desktop.Message(model.Text());
     return false;
   }
-  // The viewer closes inside this handler when its start fails or is stopped.
-  const ui::Desktop::Nesting nesting(&app.desktop);
   FrmDraw& viewer = app.desktop.Show(std::make_unique<FrmDraw>(
       app, std::make_shared<const LinearModel>(std::move(model.Value()))));
   bool started = false;
-  {
+  // As a handler: a person may stop it or close the viewer meanwhile, and memory may run out.
+  app.desktop.Dispatch([&] {
     ui::Run run(viewer);
     started = run.Report(viewer.Start(run));
-  }
+  });
   if (!started) app.desktop.Close(viewer);
   return started;
 }
