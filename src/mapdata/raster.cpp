@@ -25,8 +25,6 @@ constexpr const char* kBadConstraint = "Bad Constraint!";
 constexpr std::size_t kScanCells = 4096;
 constexpr std::size_t kCellsPerReport = 65536;
 
-// Up to this many cells a map may be larger than its file; beyond it a header that claims more
-// cells than the file has bytes is not believed.
 constexpr std::int64_t kCellsOnTrust = 100'000'000;
 
 // Passes over tokens until one is numeric, at most `most` of them. Returns how many stood before
@@ -109,12 +107,9 @@ class RasterReading {
   void MakeCells(Grid<double>& cells) {
     const MapSpecs& specs = result_.map.specs;
     cells = {};
-    const std::int64_t count = std::int64_t{std::max<std::int16_t>(specs.ncols, 0)} *
-                               std::max<std::int16_t>(specs.nrows, 0);
-    std::error_code error;
-    const std::uintmax_t bytes = fs::file_size(path_, error);
-    if (count > kCellsOnTrust && !error && bytes < static_cast<std::uintmax_t>(count)) {
-      return Skip("the file is too short for " + std::to_string(count) + " cells");
+    if (ClaimsTooMuch(path_, specs.ncols, specs.nrows)) {
+      return Skip("the file is too short for " + std::to_string(specs.ncols) + " columns and " +
+                  std::to_string(specs.nrows) + " rows");
     }
     Outcome<Grid<double>> made = MakeGrid<double>(specs.ncols, specs.nrows);
     if (!made.Ok()) return Skip(made.Text());
@@ -173,6 +168,13 @@ Outcome<> TakeCells(TokenReader& reader, ProgressSink& progress, Take take) {
 std::string_view TextBehindLastBlank(std::string_view line) {
   const auto blank = std::find_if(line.rbegin(), line.rend(), IsBlank);
   return line.substr(static_cast<std::size_t>(line.rend() - blank));
+}
+
+bool ClaimsTooMuch(const fs::path& path, int ncols, int nrows) {
+  const std::int64_t count = std::int64_t{std::max(ncols, 0)} * std::max(nrows, 0);
+  std::error_code error;
+  const std::uintmax_t bytes = fs::file_size(path, error);
+  return count > kCellsOnTrust && !error && bytes < static_cast<std::uintmax_t>(count);
 }
 
 int CountHeaderLines(const fs::path& path) {

@@ -65,6 +65,10 @@ struct HeaderTexts {
 // line when it has none.
 std::string_view TextBehindLastBlank(std::string_view line);
 
+// Whether a header's size cannot be believed: beyond 100 million cells the file must have at least
+// a byte for each of them. Smaller maps may be shorter than their header says.
+bool ClaimsTooMuch(const std::filesystem::path& path, int ncols, int nrows);
+
 // The number of tokens before the first numeric one, of which at most 100 are looked at; for a file
 // with a header this is its number of lines. 0 for a file that cannot be read.
 int CountHeaderLines(const std::filesystem::path& path);

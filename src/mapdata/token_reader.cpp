@@ -135,6 +135,10 @@ Outcome<TokenReader> TokenReader::Open(const fs::path& path, std::size_t bufferB
   const fs::file_status status = fs::status(path, error);
   if (!fs::exists(status)) return Failure{FailureKind::kNotFound, path.string() + ": is not there"};
   if (fs::is_directory(status)) return Failure{FailureKind::kDisk, path.string() + ": is a folder"};
+  // Devices and pipes have no end, or cannot be read twice.
+  if (!fs::is_regular_file(status)) {
+    return Failure{FailureKind::kDisk, path.string() + ": is no plain file"};
+  }
   TokenReader reader;
   reader.file_.reset(std::fopen(path.c_str(), "rb"));
   if (!reader.file_) {

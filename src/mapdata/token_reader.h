@@ -32,7 +32,8 @@ class TokenReader {
   static constexpr std::size_t kLongestText = 1024 * 1024;
 
   // Fails with a text that names the path: kNotFound when it is not there, kDisk when it is a
-  // folder or cannot be read. `bufferBytes` (at least 1) decides on speed alone.
+  // folder, a device or a pipe, or cannot be read. `bufferBytes` (at least 1) decides on speed
+  // alone.
   [[nodiscard]] static Outcome<TokenReader> Open(const std::filesystem::path& path,
                                                  std::size_t bufferBytes = kBufferBytes);
   static TokenReader FromText(std::string text);

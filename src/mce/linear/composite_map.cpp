@@ -15,12 +15,22 @@ constexpr int kLargestSide = 32767;
 
 bool IsOutside(double value) { return value < 0 || value > kTopValue; }
 
+// A text from a file as a message can show it: short, and without bytes that are no letters.
+std::string Excerpt(const std::string& text) {
+  constexpr std::size_t kLongest = 20;
+  std::string shown = text.substr(0, kLongest);
+  std::replace_if(
+      shown.begin(), shown.end(), [](char letter) { return letter < ' ' || letter > '~'; }, '?');
+  return shown + (text.size() > kLongest ? "..." : "");
+}
+
 // A side of the model: a whole number of cells from 1 to 32767.
 Outcome<int> SideFrom(const std::string& path, const std::string& text, const char* what) {
   const double side = HalfEvenRound(TextToNumber(text));
   if (side >= 1 && side <= kLargestSide) return static_cast<int>(side);
-  return Failure{FailureKind::kDamaged, path + ": the header gives \"" + text + "\" " + what +
-                                            "; a map has 1 to " + std::to_string(kLargestSide)};
+  return Failure{FailureKind::kDamaged, path + ": the header gives \"" + Excerpt(text) + "\" " +
+                                            what + "; a map has 1 to " +
+                                            std::to_string(kLargestSide)};
 }
 
 Outcome<ModelFrame> ReadFrame(const std::string& path) {
@@ -31,6 +41,11 @@ Outcome<ModelFrame> ReadFrame(const std::string& path) {
   if (!ncols.Ok()) return ncols.Stop();
   const Outcome<int> nrows = SideFrom(path, texts[1], "rows");
   if (!nrows.Ok()) return nrows.Stop();
+  if (ClaimsTooMuch(path, ncols.Value(), nrows.Value())) {
+    return Failure{FailureKind::kDamaged, path + ": is too short for " +
+                                              std::to_string(ncols.Value()) + " columns and " +
+                                              std::to_string(nrows.Value()) + " rows"};
+  }
   ModelFrame frame;
   frame.ncols = ncols.Value();
   frame.nrows = nrows.Value();

@@ -181,6 +181,27 @@ TEST(CompositeMap, RefusesSizesThatNoMapHas) {
   }
 }
 
+TEST(CompositeMap, DoesNotBelieveWhatAFileCannotHold) {
+  const struct {
+    const char* header;
+    const char* fault;
+  } cases[] = {
+      {"c 30000\r\nr 30000\r\n", "f1.asc: is too short for 30000 columns and 30000 rows"},
+      {"c \xFF\x01"
+       "abcdefghijklmnopqrstuvwxyz\r\nr 1\r\n",
+       "f1.asc: the header gives \"??abcdefghijklmnopqr...\" columns; a map has 1 to 32767"},
+  };
+  for (const auto& test : cases) {
+    ModelFolder folder;
+    folder.AddFactorText(std::string(test.header) + "x 0\r\ny 0\r\ns 1\r\n 1 2 3\r\n", 1);
+    const std::string fault = CompositeMap::Begin(folder.model).Text();
+    EXPECT_NE(fault.find(test.fault), std::string::npos) << fault;
+  }
+  ModelFolder folder;
+  folder.model.factors.push_back({"/dev/", "zero", 1, true});
+  EXPECT_EQ(CompositeMap::Begin(folder.model).Text(), "/dev/zero: is no plain file");
+}
+
 TEST(CompositeMap, UnusableConstraintsAllowEverything) {
   ModelFolder folder;
   folder.AddFactor({{0, 10, 20}}, 1);
