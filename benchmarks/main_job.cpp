@@ -66,6 +66,7 @@ void WriteFactor(const fs::path& path, const Sizes& sizes, unsigned seed) {
 
 Timed RunProcess(const std::vector<std::string>& words) {
   std::vector<char*> arguments;
+  arguments.reserve(words.size() + 1);
   for (const std::string& word : words) arguments.push_back(const_cast<char*>(word.c_str()));
   arguments.push_back(nullptr);
   const auto start = std::chrono::steady_clock::now();

@@ -301,7 +301,7 @@ std::size_t TokenReader::ReadNumbers(std::span<double> cells) {
 
 double TokenReader::Percent() const {
   if (fileBytes_ == 0) return 100;
-  const double taken = static_cast<double>(bytesRead_ - Left());
+  const auto taken = static_cast<double>(bytesRead_ - Left());
   return std::min(100.0, 100 * taken / static_cast<double>(fileBytes_));
 }
 

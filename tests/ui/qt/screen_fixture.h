@@ -70,7 +70,6 @@ class ScreenTest : public testing::Test {
   // A person does something in a dialog as soon as it is open.
   template <class Dialog, class Act>
   void InDialog(Act act) {
-    // NOLINTNEXTLINE: the toolkit destroys it once it has been called
     QTimer::singleShot(0, qApp, [this, act] {
       auto* dialog = qobject_cast<Dialog*>(QApplication::activeModalWidget());
       if (dialog == nullptr) return InDialog<Dialog>(act);
