@@ -6,7 +6,8 @@
 
 #include "app/command_line.h"
 #include "app/script_run.h"
-#include "shell/model_opener.h"
+#include "mce/model_session.h"
+#include "shell/model_opener_window.h"
 #include "shell/program_folder.h"
 #include "ui/qt/qt_desktop.h"
 #include "ui/qt/qt_screen.h"
@@ -33,8 +34,9 @@ int RunDesktop(ui::QtProgram& program, ui::Screen& screen, const std::string& mo
   ui::QtDesktop desktop(&screen);
   const Outcome<> filled = FillProgramFolder(ProgramFolder());
   if (filled.Failed()) desktop.Message(filled.Text());
-  Settings settings = DefaultSettings();
-  AppContext app{desktop, settings};
+  Settings settings = DefaultSettings(ProgramFolder());
+  ModelSession session;
+  AppContext app{desktop, settings, session};
   const bool opened = model.empty() ? AskAndOpenModel(app) : OpenModel(app, model);
   if (!opened) return kFailed;
   program.Run(desktop);

@@ -11,6 +11,7 @@
 #include "app/main_job.h"
 #include "app/script_run.h"
 #include "shell/program_folder.h"
+#include "shell/settings_file.h"
 
 namespace ormel {
 namespace {
@@ -63,8 +64,8 @@ int RunModel(const CommandLine& line) {
   Outcome<> outcome = Cancelled{};
   {
     TerminalProgress progress;
-    outcome =
-        RunMainJob({line.model, line.output, line.picture}, DefaultSettings(), progress, std::cerr);
+    outcome = RunMainJob({line.model, line.output, line.picture},
+                         ReadSettings(ProgramFolder()).settings, progress, std::cerr);
   }
   if (outcome.WasCancelled()) return Complain("stopped", kStopped);
   return outcome.Ok() ? 0 : Complain(outcome.Text(), kFailed);

@@ -3,7 +3,8 @@
 #include <fstream>
 #include <iostream>
 
-#include "shell/model_opener.h"
+#include "mce/model_session.h"
+#include "shell/model_opener_window.h"
 #include "shell/program_folder.h"
 #include "ui/headless/headless_desktop.h"
 #include "ui/headless/script.h"
@@ -26,9 +27,10 @@ int RunScript(const std::string& file, const std::string& model, ui::Screen* scr
   }
   const Outcome<> filled = FillProgramFolder(ProgramFolder());
   if (filled.Failed()) std::cerr << filled.Text() << '\n';
-  Settings settings = DefaultSettings();
+  Settings settings = DefaultSettings(ProgramFolder());
+  ModelSession session;
   ui::HeadlessDesktop desktop(std::cout, screen);
-  AppContext app{desktop, settings};
+  AppContext app{desktop, settings, session};
   ui::ScriptRunner script(desktop, file == "-" ? std::cin : opened, file, std::cout, std::cerr);
   const int status = script.Run([&] {
     if (!model.empty()) OpenModel(app, model);

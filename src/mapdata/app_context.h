@@ -5,6 +5,8 @@
 
 namespace ormel {
 
+class ModelSession;
+
 namespace ui {
 class Desktop;
 }
@@ -12,6 +14,7 @@ class Desktop;
 struct AppContext {
   ui::Desktop& desktop;
   Settings& settings;
+  ModelSession& session;
 };
 
 }  // namespace ormel

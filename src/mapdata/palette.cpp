@@ -68,6 +68,12 @@ void DrawColourScale(Canvas& canvas, const Palette& palette) {
   }
 }
 
+Canvas ColourScale(const Palette& palette) {
+  Canvas scale(2 * kPaletteColours, kColourScaleHeight);
+  DrawColourScale(scale, palette);
+  return scale;
+}
+
 int ColourNumber(double value) {
   if (!(value > 0)) return 0;  // what is not a number, too
   return static_cast<int>(HalfEvenRound(std::min<double>(value, kLastColour)));

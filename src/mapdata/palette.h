@@ -20,6 +20,7 @@
 namespace ormel {
 
 inline constexpr int kPaletteColours = 256;
+inline constexpr int kColourScaleHeight = 18;  // pixels
 
 struct Palette {
   std::array<Colour, kPaletteColours> colours{};
@@ -44,6 +45,8 @@ std::string PaletteFolder(std::string_view programFolder);
 // Draws the colours 1 to 255 side by side over the whole height, on a scale 256 units wide: colour
 // i from i - 1 to i, and as far beyond as its pen reaches. Colour 0 has no stroke.
 void DrawColourScale(Canvas& canvas, const Palette& palette);
+// The same on a canvas of its own, two pixels wide for each colour.
+Canvas ColourScale(const Palette& palette);
 
 // The colour number of a value of a scaled map: the nearest whole number, ties to even (126.5 is
 // 126, 127.5 is 128). Values outside 0 to 255 take the nearer end.

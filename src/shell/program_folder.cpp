@@ -51,9 +51,9 @@ Outcome<> FillProgramFolder(const std::string& programFolder) {
   return Failure{FailureKind::kDisk, programFolder + ": cannot be prepared: " + error.message()};
 }
 
-Settings DefaultSettings() {
+Settings DefaultSettings(const std::string& programFolder) {
   Settings settings;
-  settings.programFolder = ProgramFolder();
+  settings.programFolder = programFolder;
   settings.workingDirectory = settings.programFolder;
   const fs::path own = fs::path(settings.programFolder) / kPalettes / kDefaultPalette;
   const fs::path installed = fs::path(AssetsFolder()) / "palettes" / kDefaultPalette;

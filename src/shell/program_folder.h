@@ -22,6 +22,6 @@ std::string AssetsFolder();
 
 // The settings of a first start. A default palette that is missing in the program folder is taken
 // from the installed ones, so that pictures can be drawn where nothing can be written.
-Settings DefaultSettings();
+Settings DefaultSettings(const std::string& programFolder);
 
 }  // namespace ormel

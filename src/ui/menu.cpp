@@ -81,7 +81,7 @@ ToolButton::ToolButton(Window& window, std::string name, const ToolSpec& spec)
 
 ToolBar::ToolBar(Window& window, const std::string& name, const std::vector<ToolSpec>& buttons) {
   for (const ToolSpec& spec : buttons) {
-    const std::string number = std::to_string(buttons_.size() + 1);
+    const std::string number = std::to_string(spec.number);
     buttons_.push_back(std::make_unique<ToolButton>(window, name + "(" + number + ")", spec));
   }
   window.Attach(*this);

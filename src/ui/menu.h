@@ -59,13 +59,15 @@ class MenuBar {
 };
 
 struct ToolSpec {
+  int number = 1;  // by which scripts know it, whatever stands before it
   std::string toolTip;
   std::string icon;  // file name below the program's icons; empty: the tool tip is shown as text
   Handler run;
   std::vector<MenuSpec> menu;  // drop-down entries
 };
 
-// Button 4 of TBMain is known to scripts as TBMain(4), the second entry of its menu as TBMain(4,2).
+// Button 4 of TBMain is known to scripts as TBMain(4), the second entry of its menu as TBMain(4,2)
+// unless it has a name of its own.
 class ToolButton final : public CaptionedControl {
  public:
   ToolButton(Window& window, std::string name, const ToolSpec& spec);
@@ -82,8 +84,7 @@ class ToolBar {
  public:
   ToolBar(Window& window, const std::string& name, const std::vector<ToolSpec>& buttons);
 
-  int Count() const { return static_cast<int>(buttons_.size()); }
-  ToolButton& operator()(int index) const { return *buttons_[static_cast<std::size_t>(index - 1)]; }
+  const std::vector<std::unique_ptr<ToolButton>>& Buttons() const { return buttons_; }
 
  private:
   std::vector<std::unique_ptr<ToolButton>> buttons_;

@@ -47,6 +47,10 @@ void Window::SetLayout(LayoutItem layout) {
   if (view_ != nullptr) view_->LayoutChanged();
 }
 
+void Window::FocusOn(Control& control) {
+  if (view_ != nullptr) view_->Focus(control);
+}
+
 Control* Window::Find(std::string_view name) const {
   const auto found = byName_.find(name);
   return found == byName_.end() ? nullptr : found->second;

@@ -29,6 +29,7 @@ class WindowView {
   virtual ~WindowView() = default;
   virtual void Refresh() = 0;        // caption, enabled state or the strip of a long command
   virtual void LayoutChanged() = 0;  // controls came or went
+  virtual void Focus(Control& control) = 0;
 };
 
 class Window {
@@ -47,6 +48,11 @@ class Window {
 
   void SetLayout(LayoutItem layout);
   const LayoutItem& Layout() const { return layout_; }
+  // The keyboard goes to the control, as soon as it can be used.
+  void FocusOn(Control& control);
+  // A picture to greet with: no title, in the middle of the screen. Before it is shown.
+  bool Bare() const { return bare_; }
+  void SetBare() { bare_ = true; }
   const MenuBar* Menu() const { return menu_; }
   const ToolBar* Tools() const { return tools_; }
   StatusStrip* Status() const { return status_; }
@@ -68,6 +74,8 @@ class Window {
 
   // A person closes the window by its frame, or the program is to end. False keeps it open.
   virtual bool QueryClose() { return true; }
+  // A person went on to another window or program.
+  virtual void OnDeactivated() {}
   // It is closed now, in whatever way; it is destroyed soon.
   virtual void OnClosed() {}
 
@@ -102,6 +110,7 @@ class Window {
   const std::string name_;
   std::string caption_;
   bool enabled_ = true;
+  bool bare_ = false;
   LayoutItem layout_ = Column{};
   std::map<std::string, Control*, std::less<>> byName_;
   std::vector<Control*> controls_;

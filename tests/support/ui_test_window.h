@@ -90,7 +90,7 @@ class FrmTest : public Window {
                  {{"mSave", "&Save", "Ctrl+S", {}, {}},
                   MenuSpec::Separator(),
                   {"mRun", "Run", "F12", {}, {}}}}}};
-  ToolBar tools{*this, "TBMain", {{"Load", "", {}, {{"", "First", "", {}, {}}}}}};
+  ToolBar tools{*this, "TBMain", {{1, "Load", "", {}, {{"", "First", "", {}, {}}}}}};
 };
 
 // Stands in for what a person does while a long command lets the windows live.

@@ -25,8 +25,6 @@ using ui::Share;
 using ui::Stretch;
 using ui::Table;
 
-constexpr int kScaleWidth = 512;  // pixels of the colour scale
-constexpr int kScaleHeight = 18;
 constexpr int kCompositeNumber = 102;  // of the composite's picture, in scripts
 
 constexpr char kRasterFilter[] = "ASCII Raster (*.asc)|*.asc";
@@ -61,7 +59,7 @@ FrmDraw::FrmDraw(AppContext& app, std::shared_ptr<const LinearModel> model)
   cmdExpBmp.SetEnabled(false);
   cmdExpBmp.SetToolTip("Save the suitability map as a raster or a picture");
   cmdGenerate.SetDefault();
-  PSclP.SetStripHeight(kScaleHeight);
+  PSclP.SetStripHeight(kColourScaleHeight);
   for (ui::Label* label : {&lblScaleMin, &lblScaleMax}) label->SetVisible(false);
   ConnectHandlers();
   LayOut();
@@ -276,9 +274,7 @@ void FrmDraw::PutOnShow(int index) {
 // What depends on the picture on show: its colour scale, file, weight and palette.
 void FrmDraw::ShowPictureLabels() {
   const Shown& shown = PictureOf(shown_);
-  Canvas scale(kScaleWidth, kScaleHeight);
-  DrawColourScale(scale, shown.palette);
-  PSclP.SetImage(std::move(scale));
+  PSclP.SetImage(ColourScale(shown.palette));
   lblPalette.SetCaption(FileNamePart(shown.palettePath, true));
   const bool composite = shown_ == kComposite;
   lblFile.SetCaption(composite ? CompositeName() : Factor(shown_).name);

@@ -113,7 +113,7 @@ void AddMenus(QtWindow& screen, Window& window, const std::string& iconFolder) {
     QToolBar* bar = screen.addToolBar(QString());
     bar->setMovable(false);
     bar->setContextMenuPolicy(Qt::PreventContextMenu);
-    for (int i = 1; i <= tools->Count(); ++i) new ToolView(screen, (*tools)(i), *bar, iconFolder);
+    for (const auto& button : tools->Buttons()) new ToolView(screen, *button, *bar, iconFolder);
   }
   if (window.Status() != nullptr) new StatusView(screen, *window.Status(), screen.statusBar());
 }

@@ -43,7 +43,10 @@ void QtScreen::Show(Window& window, bool visible) {
   if (QtWindow* shown = windows_->Find(&window)) {
     shown->Update();
     shown->setVisible(visible);
-    if (visible) shown->raise();
+    if (!visible) return;
+    if (shown->isMinimized()) shown->showNormal();
+    shown->raise();
+    shown->activateWindow();
   }
 }
 

@@ -103,6 +103,7 @@ void QtWindow::MakeStrip() {
 }
 
 void QtWindow::ShowFirst(QWidget* owner, bool modal) {
+  if (window_->Bare()) setWindowFlags(Qt::SplashScreen | Qt::FramelessWindowHint);
   if (modal) {
     setWindowFlag(Qt::Dialog);
     setWindowModality(Qt::ApplicationModal);
@@ -118,6 +119,7 @@ void QtWindow::ShowFirst(QWidget* owner, bool modal) {
   } else {
     resize(FittingSize());
   }
+  if (window_->Bare()) move(screen()->availableGeometry().center() - rect().center());
   ownSize_ = size();
   show();
   FocusFirst();
@@ -160,6 +162,14 @@ void QtWindow::Refresh() {
 void QtWindow::LayoutChanged() {
   layoutChanged_ = true;
   Schedule();
+}
+
+void QtWindow::Focus(Control& control) {
+  Update();  // it may have become visible just now
+  const auto known = views_.find(&control);
+  if (known == views_.end() || known->second->Widget() == nullptr) return;
+  activateWindow();
+  known->second->Widget()->setFocus(Qt::OtherFocusReason);
 }
 
 void QtWindow::Mark(View* view) {
@@ -281,6 +291,9 @@ void QtWindow::keyPressEvent(QKeyEvent* event) {
 
 void QtWindow::changeEvent(QEvent* event) {
   QMainWindow::changeEvent(event);
+  if (event->type() == QEvent::ActivationChange && !isActiveWindow() && window_ != nullptr) {
+    window_->Dispatch([window = window_] { window->OnDeactivated(); });
+  }
   if (event->type() == QEvent::FontChange || event->type() == QEvent::ApplicationFontChange) {
     LayoutChanged();
   }

@@ -29,6 +29,7 @@ class QtWindow final : public QMainWindow, public WindowView {
   // WindowView.
   void Refresh() override;
   void LayoutChanged() override;
+  void Focus(Control& control) override;
 
   // What has changed since is brought to the screen. Runs by itself before the next event.
   void Update();

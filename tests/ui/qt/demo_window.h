@@ -86,8 +86,9 @@ class DemoWindow : public Window {
                     {"mSeries", "S&eries", "", {}, {}}}}}}}};
   ToolBar tools{*this,
                 "TBMain",
-                {{"Viewer", "", [this] { ++views; }, {}},
-                 {"Raster Tools",
+                {{1, "Viewer", "", [this] { ++views; }, {}},
+                 {2,
+                  "Raster Tools",
                   "",
                   [this] { ++views; },
                   {{"", "Map Statistics", "", [this] { ++statistics; }, {}},

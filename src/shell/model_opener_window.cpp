@@ -1,4 +1,4 @@
-#include "shell/model_opener.h"
+#include "shell/model_opener_window.h"
 
 #include <memory>
 
