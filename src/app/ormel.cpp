@@ -2,13 +2,16 @@
 
 #include <cstdio>
 #include <exception>
+#include <filesystem>
 #include <iostream>
 
 #include "app/command_line.h"
+#include "app/program.h"
 #include "app/script_run.h"
-#include "mce/model_session.h"
-#include "shell/model_opener_window.h"
+#include "shell/main_window.h"
 #include "shell/program_folder.h"
+#include "shell/start_up_picture.h"
+#include "shell/start_up_window.h"
 #include "ui/qt/qt_desktop.h"
 #include "ui/qt/qt_screen.h"
 
@@ -18,8 +21,8 @@ namespace {
 constexpr char kHelp[] =
     "ormel: suitability maps and habitat studies\n"
     "\n"
-    "  ormel [MODEL.mif]                 opens a saved model\n"
-    "  ormel --script FILE [MODEL.mif]   runs a script of window commands before your eyes\n"
+    "  ormel [FILE]                 opens a saved model or a map\n"
+    "  ormel --script FILE [FILE]   runs a script of window commands before your eyes\n"
     "  ormel --version | --help\n";
 
 constexpr int kFailed = 1;
@@ -30,17 +33,32 @@ int Complain(const std::string& text, int status) {
   return status;
 }
 
-int RunDesktop(ui::QtProgram& program, ui::Screen& screen, const std::string& model) {
+// The path as any working directory finds it, and so that no digit stands in front.
+std::string Absolute(const std::string& path) {
+  std::error_code error;
+  const std::filesystem::path absolute = std::filesystem::absolute(path, error);
+  return path.empty() || error ? path : absolute.string();
+}
+
+void Greet(Program& program, ui::Desktop& desktop, const std::string& file) {
+  const std::string pictures = AssetsFolder() + "start-up/";
+  const std::string palettes = AssetsFolder() + "palettes/";
+  FrmMain& main = program.Main();
+  desktop.Show(std::make_unique<FrmStartUp>(
+      desktop, DrawStartUpPicture(pictures + "relief.asc", palettes + "terrain.ptf"),
+      DrawStartUpPicture(pictures + "suitability.asc", palettes + "default.ptf"),
+      [&desktop, &main, file] {
+        desktop.ShowAgain(main);
+        if (!file.empty()) main.OpenFileByExtension(file);
+        desktop.ShowAgain(main);
+      }));
+}
+
+int RunDesktop(ui::QtProgram& loop, ui::Screen& screen, const std::string& file) {
   ui::QtDesktop desktop(&screen);
-  const Outcome<> filled = FillProgramFolder(ProgramFolder());
-  if (filled.Failed()) desktop.Message(filled.Text());
-  Settings settings = DefaultSettings(ProgramFolder());
-  ModelSession session;
-  AppContext app{desktop, settings, session};
-  const bool opened = model.empty() ? AskAndOpenModel(app) : OpenModel(app, model);
-  if (!opened) return kFailed;
-  program.Run(desktop);
-  desktop.DestroyWindows();  // they refer to the context
+  Program program(desktop);
+  Greet(program, desktop, Absolute(file));
+  loop.Run(desktop);
   return 0;
 }
 

@@ -76,13 +76,16 @@ void Desktop::CloseByFrame(Window& window) {
   });
 }
 
-bool Desktop::CloseAll() {
+void Desktop::CloseAll() {
+  closingAll_ = true;
   while (!open_.empty()) {
     Window& newest = *open_.back();
     CloseByFrame(newest);
-    if (IsOpen(newest)) return false;
+    if (IsOpen(newest)) {
+      closingAll_ = newest.closeWhenIdle_;
+      return;
+    }
   }
-  return true;
 }
 
 bool Desktop::IsOpen(const Window& window) const {
@@ -118,8 +121,10 @@ void Desktop::CloseWaiting() {
       return window->closeWhenIdle_ && !window->Running();
     });
     if (waiting == open_.end()) return;
-    (*waiting)->closeWhenIdle_ = false;
-    CloseByFrame(**waiting);
+    Window& window = **waiting;
+    window.closeWhenIdle_ = false;
+    CloseByFrame(window);
+    if (std::exchange(closingAll_, false) && !IsOpen(window)) CloseAll();
   }
 }
 

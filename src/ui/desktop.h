@@ -95,6 +95,9 @@ class Desktop {
     if (screen_ != nullptr) screen_->ProcessEvents();
   }
 
+  // Starts the operating system's own tool that tells about the machine. False: there is none.
+  virtual bool ShowSystemInformation() = 0;
+
   // Windows. The desktop keeps a window that it is given until it is closed.
   template <class W>
   W& Show(std::unique_ptr<W> window, Window* owner = nullptr) {
@@ -110,9 +113,9 @@ class Desktop {
   void Close(Window& window);
   // A person closes it by its frame: a running command is stopped first, and the window may refuse.
   void CloseByFrame(Window& window);
-  // A person ends the program: every window, the newest first, is asked. False: one refused, or
-  // still has to stop its command.
-  bool CloseAll();
+  // A person ends the program: every window, the newest first, is asked, until one refuses. Where a
+  // command has to be stopped first, the rest follows behind it.
+  void CloseAll();
 
   bool IsOpen(const Window& window) const;
   const std::vector<Window*>& OpenWindows() const { return open_; }  // the oldest first
@@ -174,6 +177,7 @@ class Desktop {
   std::vector<std::unique_ptr<Window>> kept_;
   std::vector<std::unique_ptr<Window>> closed_;
   int nesting_ = 0;
+  bool closingAll_ = false;
 };
 
 // The entries of a file dialog's filter.

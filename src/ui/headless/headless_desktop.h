@@ -92,6 +92,8 @@ class HeadlessDesktop final : public Desktop {
   void SetClipboardPicture(const Canvas& picture) override { clipboardPicture_ = picture; }
   Outcome<std::string> Fetch(const std::string& url, ProgressSink& progress) override;
 
+  bool ShowSystemInformation() override { return false; }
+
  protected:
   void RunModal(Window& window) override;
 

@@ -87,7 +87,7 @@ void Key(Context context, Words words) {
     return;
   }
   Control& control = ControlOf(window, name);
-  if (control.Shown() && control.Usable() && window.PressKey(key)) return;
+  if (window.PressKey(key)) return;
   Require(control.Key(key));
 }
 

@@ -3,6 +3,8 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QMessageBox>
+#include <QProcess>
+#include <QStandardPaths>
 #include <QStyle>
 #include <QStyleFactory>
 #include <exception>
@@ -96,6 +98,25 @@ std::string QtDesktop::ClipboardText() { return FromQt(QApplication::clipboard()
 
 void QtDesktop::SetClipboardPicture(const Canvas& picture) {
   QApplication::clipboard()->setImage(ViewOf(picture).copy());
+}
+
+bool QtDesktop::ShowSystemInformation() {
+  struct Tool {
+    const char* program;
+    const char* page;
+  };
+  static constexpr Tool kTools[] = {{"kinfocenter", ""},
+                                    {"gnome-control-center", "info-overview"},
+                                    {"hardinfo2", ""},
+                                    {"hardinfo", ""},
+                                    {"xfce4-about", ""}};
+  for (const Tool& tool : kTools) {
+    const QString program = QStandardPaths::findExecutable(QString::fromLatin1(tool.program));
+    if (program.isEmpty()) continue;
+    const QString page = QString::fromLatin1(tool.page);
+    return QProcess::startDetached(program, page.isEmpty() ? QStringList() : QStringList(page));
+  }
+  return false;
 }
 
 void QtDesktop::RunModal(Window& window) {

@@ -59,6 +59,8 @@ class QtDesktop final : public Desktop {
   // Gives up when nothing has arrived for half a minute.
   Outcome<std::string> Fetch(const std::string& url, ProgressSink& progress) override;
 
+  bool ShowSystemInformation() override;
+
  protected:
   void RunModal(Window& window) override;
   void Idle() override;

@@ -1,0 +1,193 @@
+#include "shell/main_window.h"
+
+#include <filesystem>
+
+#include "mce/model_session.h"
+#include "shell/about_window.h"
+#include "shell/file_opening.h"
+#include "shell/model_opener_window.h"
+#include "ui/desktop.h"
+
+namespace ormel {
+namespace {
+
+constexpr char kLoadFilter[] = "MCE Infomation Files (.tsi)|*.tsi;*.mif;*.cmf";
+constexpr char kFileEnd = '?';  // behind a path in the receive box
+
+}  // namespace
+
+FrmMain::FrmMain(AppContext& app) : Window("frmMain", "ORMEL Model " ORMEL_VERSION), app_(app) {
+  txtReceive.SetVisible(false);
+  txtReceive.SetToolTip("A file's path and a question mark open the file");
+  txtReceive.onChange = [this] { TextReceived(); };
+  onDrop = [this](const std::string& path) { OpenFileByExtension(path); };
+  SetLayout(ui::Row{txtReceive});
+  options_.LoadAtStart();
+  app_.session.onChange = [this] { ShowSession(); };
+  ShowSession();
+}
+
+FrmMain::~FrmMain() { app_.session.onChange = {}; }
+
+// ---- Menu and toolbar
+// -----------------------------------------------------------------------------
+
+ui::Handler FrmMain::Run(Command command) {
+  return [this, command] { (this->*command)(); };
+}
+
+std::vector<ui::MenuSpec> FrmMain::Menus() {
+  using ui::MenuSpec;
+  return {{"mFile",
+           "&File",
+           "",
+           {},
+           {{"mOptions", "Global Settings", "", Run(&FrmMain::mOptions), {}},
+            {"mReceive", "&Receive File", "F12", Run(&FrmMain::mReceive), {}},
+            MenuSpec::Separator(),
+            {"mExit", "E&xit", "Ctrl+Q", Run(&FrmMain::mExit), {}}}},
+          {"mMCE",
+           "&MCE",
+           "",
+           {},
+           {{"mLoadMCE", "&Load", "Ctrl+O", Run(&FrmMain::mLoadMCE), {}},
+            {"mSaveMCE", "&Save", "Ctrl+S", Run(&FrmMain::mSaveMCE), {}},
+            {"mSaveAsMCE", "Save As", "", Run(&FrmMain::mSaveAsMCE), {}},
+            {"mClose", "Close", "", Run(&FrmMain::mClose), {}}}},
+          {"mHelp", "&Help", "", {}, {{"mAbout", "About ORMEL", "", Run(&FrmMain::mAbout), {}}}}};
+}
+
+std::vector<ui::ToolSpec> FrmMain::Tools() { return {}; }
+
+// The model's entries can be used while one runs.
+void FrmMain::ShowSession() {
+  const bool running = app_.session.Running() != nullptr;
+  for (const char* entry : {"mSaveMCE", "mSaveAsMCE", "mClose"}) menu[entry].SetEnabled(running);
+}
+
+void FrmMain::mOptions() { app_.desktop.ShowModal(options_, this); }
+
+void FrmMain::mAbout() {
+  FrmAbout about(app_.desktop);
+  app_.desktop.ShowModal(about, this);
+}
+
+// ---- The end
+// --------------------------------------------------------------------------------------
+
+void FrmMain::mExit() {
+  if (RunningModel* running = app_.session.Running()) (void)running->Unload();
+  if (app_.session.Running() == nullptr) app_.desktop.CloseAll();
+}
+
+bool FrmMain::QueryClose() {
+  const bool alone = app_.session.Running() == nullptr && app_.desktop.OpenWindows().size() == 1;
+  if (!alone) mExit();
+  return alone;
+}
+
+// ---- Files from outside
+// ---------------------------------------------------------------------------
+
+void FrmMain::OpenFileByExtension(const std::string& text) {
+  struct Opener {
+    const char* extension;
+    void (FrmMain::*open)(const std::string& path);
+  };
+  static constexpr Opener kOpeners[] = {{"mif", &FrmMain::OpenLinearModel}};
+  const FileToOpen file = ReadFileText(text);
+  for (const Opener& opener : kOpeners) {
+    if (file.extension == opener.extension) return (this->*opener.open)(file.path);
+  }
+}
+
+void FrmMain::OpenLinearModel(const std::string& path) { (void)OpenModel(app_, path); }
+
+// The empty message is what tells a person that a file comes from outside.
+void FrmMain::mReceive() {
+  app_.desktop.Message("");
+  txtReceive.SetVisible(true);
+  FocusOn(txtReceive);
+}
+
+void FrmMain::TextReceived() {
+  std::string text = txtReceive.Text();
+  if (text.size() < 2 || text.back() != kFileEnd) return;
+  text.pop_back();
+  txtReceive.SetText("");
+  OpenFileByExtension(text);
+}
+
+void FrmMain::Wake() {
+  app_.desktop.ShowAgain(*this);
+  mReceive();
+}
+
+void FrmMain::Receive(const std::string& text) {
+  (void)txtReceive.Type(text);
+  txtReceive.SetVisible(false);  // nobody is going to type
+}
+
+// ---- The running model
+// ----------------------------------------------------------------------------
+
+bool FrmMain::CloseCurMCE() {
+  RunningModel* running = app_.session.Running();
+  if (running == nullptr) return true;
+  const ui::Answer answer = app_.desktop.Ask(
+      "You are already running a MCE; you cannot run another! Would you like to close the current "
+      "one?",
+      "Close Current MCE?", ui::Buttons::kYesNo);
+  if (answer != ui::Answer::kYes) return false;
+  (void)running->Unload();
+  return true;
+}
+
+void FrmMain::mLoadMCE() {
+  if (app_.session.Running() != nullptr) {
+    app_.desktop.Message(
+        "You Already Have a MCE Running! To Begin Another You Must Close Your Current One.");
+    return;
+  }
+  const auto choice =
+      app_.desktop.OpenFile({"Load MCE", kLoadFilter, "", app_.settings.workingDirectory, ""});
+  if (!choice) return;
+  app_.session.modelFile = choice->Path();
+  OpenFileByExtension(choice->Path());
+}
+
+void FrmMain::mSaveMCE() {
+  const std::string& file = app_.session.modelFile;
+  if (file.empty()) return mSaveAsMCE();
+  std::error_code error;
+  if (std::filesystem::exists(file, error)) {
+    switch (app_.desktop.Ask("Overwrite existing file?", "Save Model Information",
+                             ui::Buttons::kYesNoCancel)) {
+      case ui::Answer::kYes:
+        break;
+      case ui::Answer::kNo:
+        return mSaveAsMCE();
+      default:
+        return;
+    }
+  }
+  RunningModel* running = app_.session.Running();
+  if (running == nullptr) return;
+  app_.session.saveInPlace = true;
+  running->cmdSave_Click();
+  app_.session.saveInPlace = false;
+}
+
+void FrmMain::mSaveAsMCE() {
+  if (RunningModel* running = app_.session.Running()) {
+    running->cmdSave_Click();
+  } else {
+    app_.desktop.Message("No Multi-Criteria Analysis is Running!");
+  }
+}
+
+void FrmMain::mClose() {
+  if (RunningModel* running = app_.session.Running()) (void)running->Unload();
+}
+
+}  // namespace ormel

@@ -1,0 +1,67 @@
+// The main window: a menu and a toolbar across the top of the screen, from which every tool and
+// every model builder is opened. It knows the one running model by the ModelSession.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "mapdata/app_context.h"
+#include "shell/options_window.h"
+#include "ui/window.h"
+
+namespace ormel {
+
+class RunningModel;
+
+class FrmMain final : public ui::Window {
+ public:
+  // Loads the settings. At most one in a program, and open as long as it runs.
+  explicit FrmMain(AppContext& app);
+  ~FrmMain() override;
+
+  // Opens what the text names, by its extension in small letters: models, maps. Whatever fails is
+  // passed over in silence, and so is a text that names nothing known.
+  void OpenFileByExtension(const std::string& text);
+
+  // Whether a model may be started: none runs, or the person agrees to close the one that does. It
+  // is true as well when that model then asks about its changes and is kept after all.
+  bool CloseCurMCE();
+
+  // Another start of the program hands a file over: first it wakes the receiver, then the text
+  // comes, a path and "?".
+  void Wake();
+  void Receive(const std::string& text);
+
+  // By its frame as by Exit.
+  bool QueryClose() override;
+
+  ui::TextBox txtReceive{*this, "txtReceive"};
+  ui::MenuBar menu{*this, Menus()};
+  ui::ToolBar TBMain{*this, "TBMain", Tools()};
+
+ private:
+  using Command = void (FrmMain::*)();
+
+  std::vector<ui::MenuSpec> Menus();
+  std::vector<ui::ToolSpec> Tools();
+  ui::Handler Run(Command command);
+  void ShowSession();
+
+  // The commands of the menu, by the names of their entries.
+  void mOptions();
+  void mReceive();
+  void mExit();
+  void mLoadMCE();
+  void mSaveMCE();
+  void mSaveAsMCE();
+  void mClose();
+  void mAbout();
+
+  void TextReceived();
+  void OpenLinearModel(const std::string& path);
+
+  AppContext& app_;
+  FrmOptions options_{app_};
+};
+
+}  // namespace ormel
