@@ -187,8 +187,11 @@ Outcome<HeaderTexts> ReadHeaderTexts(const fs::path& path, int lines) {
   Outcome<TokenReader> reader = TokenReader::Open(path);
   if (!reader.Ok()) return reader.Stop();
   HeaderTexts header;
+  header.complete = true;
+  std::string text;
   for (int line = 1; line <= lines; ++line) {
-    header.values.push_back(NextHeaderText(reader.Value()));
+    header.complete = reader.Value().ReadLine(text) && header.complete;
+    header.values.emplace_back(TextBehindLastBlank(text));
   }
   if (!reader.Value().Error().empty()) {
     return Failure{FailureKind::kDisk, reader.Value().Error()};

@@ -59,6 +59,7 @@ struct RasterCellsRead {
 // The header values of a file as texts, line 1 first. A line that is missing is an empty text.
 struct HeaderTexts {
   std::vector<std::string> values;
+  bool complete = false;  // no line is missing
 };
 
 // The text behind the last blank of a header line: empty when the line ends in a blank, the whole

@@ -38,14 +38,13 @@ FrmOptions::FrmOptions(AppContext& app) : Window("frmOptions", "Options"), app_(
 }
 
 void FrmOptions::LayOut() {
-  SetLayout(ui::Column{
-      ui::Share(1, ui::Frame{"Working Directory", Drive, Dir}),
-      ui::Table{{"&Decimal Places:", ui::Row{txtDecimal, spnSpin, ui::Stretch{}}},
-                {"&Palette:", ui::Row{txtPal, cmdLoadPal}},
-                {"", PicPP},
-                {"Constraint Color:", ui::Row{DCC, ui::Stretch{}}},
-                {"Da&tum:", cmbDatum}},
-      ui::Row{cmdReset, cmdSave, ui::Stretch{}, cmdOK, cmdCancel}});
+  SetLayout(ui::Column{ui::Share(1, ui::Frame{"Working Directory", Drive, Dir}),
+                       ui::Table{{"&Decimal Places:", ui::Row{txtDecimal, spnSpin, ui::Stretch{}}},
+                                 {"&Palette:", ui::Row{txtPal, cmdLoadPal}},
+                                 {"", PicPP},
+                                 {"Constraint Color:", ui::Row{DCC, ui::Stretch{}}},
+                                 {"Da&tum:", cmbDatum}},
+                       ui::Row{cmdReset, cmdSave, ui::Stretch{}, cmdOK, cmdCancel}});
 }
 
 void FrmOptions::ConnectHandlers() {
@@ -156,9 +155,9 @@ bool FrmOptions::Save() {
 }
 
 void FrmOptions::ChoosePalette() {
-  const auto choice = app_.desktop.OpenFile({"Select the Default Palette",
-                                             "Palette Files (.ptf)|*.ptf", "",
-                                             PaletteFolder(app_.settings.programFolder), "*.ptf"});
+  const auto choice =
+      app_.desktop.OpenFile({"Select the Default Palette", "Palette Files (.ptf)|*.ptf", "",
+                             PaletteFolder(app_.settings.programFolder), "*.ptf"});
   if (!choice) return;
   if (CheckPaletteFile(choice->Path()) == "BAD") {
     app_.desktop.Message(kBadPalette, kBadPaletteTitle);

@@ -72,7 +72,8 @@ bool TakeConstraintColour(std::string_view text, Settings& settings) {
       number > std::numeric_limits<std::int32_t>::max()) {
     return false;
   }
-  settings.constraintColor = static_cast<Colour>(static_cast<std::int64_t>(number)) & kLargestColour;
+  settings.constraintColor =
+      static_cast<Colour>(static_cast<std::int64_t>(number)) & kLargestColour;
   return true;
 }
 
@@ -146,12 +147,11 @@ SettingsRead LoadSettings(const std::string& programFolder) {
 }
 
 Outcome<> SaveSettings(const Settings& settings) {
-  return WriteFile(FilePath(settings.programFolder),
-                   AsLine(settings.workingDirectory) +
-                       AsLine(std::to_string(settings.decimalPlaces)) +
-                       AsLine(settings.defaultPalette) +
-                       AsLine(std::to_string(settings.constraintColor)) +
-                       AsLine(std::to_string(settings.datum)));
+  return WriteFile(
+      FilePath(settings.programFolder),
+      AsLine(settings.workingDirectory) + AsLine(std::to_string(settings.decimalPlaces)) +
+          AsLine(settings.defaultPalette) + AsLine(std::to_string(settings.constraintColor)) +
+          AsLine(std::to_string(settings.datum)));
 }
 
 }  // namespace ormel

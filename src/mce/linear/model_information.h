@@ -1,9 +1,5 @@
-// Model information files (.mif): a linear model as one quoted text of keyed fields.
-//
-//   FRD$folder#FF$pattern#FAC$folder/name#weight#True#CST$path#TITLE$title#
-//
-// FAC$ and CST$ stand once for each factor and constraint; FAC$NULL and CST$NULL say that there is
-// none. There is no escape: a folder that holds a key misleads the reader.
+// Model information files (.mif): the model file of a linear model. The two fields of a factor are
+// its weight, as entered, and "True" when high values are good, else "False".
 #pragma once
 
 #include <filesystem>
@@ -12,20 +8,20 @@
 
 #include "base/outcome.h"
 #include "mce/linear/linear_model.h"
+#include "mce/model_text.h"
 
 namespace ormel {
 
-struct ModelInformation {
-  std::string root;     // folder of the builder's file list
-  std::string pattern;  // its filter
-  LinearModel model;    // weights are rounded half to even and end at -32767 and 32767
-};
+// The whole number with which a factor of that weight text counts: rounded half to even, from
+// -32767 to 32767. 0 when the text is no number.
+int WeightOf(const std::string& text);
 
-// As much of a model as the text holds: fields that are missing stay empty.
-ModelInformation ParseModelInformation(std::string_view text);
+// How model files write a truth value, and what counts as false when they are read.
+const char* TruthText(bool value);
+bool IsFalse(std::string text);
 
-// Reads the first record of the file. Fails when it cannot be read.
-[[nodiscard]] Outcome<ModelInformation> ReadModelInformation(const std::filesystem::path& path);
+// The model that the file's text means, rows without a file included.
+LinearModel LinearModelOf(const ModelText& text);
 
 // The model of a file that is to be run: a factor row without a file is left out. Fails with one
 // sentence when the file cannot be read, names no factor, or names a map that is missing, cannot be

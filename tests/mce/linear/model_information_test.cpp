@@ -10,29 +10,49 @@ namespace ormel {
 namespace {
 
 using testing::ModelFolder;
+using testing::ReadText;
 using testing::TemporaryFolder;
 
 constexpr char kModel[] =
     "FRD$D:\\data#FF$*.asc#FAC$D:\\data\\soil.asc#5#True#FAC$maps/slope.asc#-3#False#"
     "CST$D:\\data\\roads.asc#CST$maps/parks.asc#TITLE$Winter range, north#";
 
-TEST(ModelInformation, ReadsEveryField) {
+TEST(ModelInformation, ReadsEveryFieldAndWritesItBack) {
   TemporaryFolder folder;
-  const auto path = folder.Write("m.mif", std::string("\"") + kModel + "\"\r\n");
-  const ModelInformation read = ReadModelInformation(path).Value();
-  EXPECT_EQ(read.root, "D:\\data");
-  EXPECT_EQ(read.pattern, "*.asc");
-  EXPECT_EQ(read.model.title, "Winter range, north");
-  ASSERT_EQ(read.model.factors.size(), 2u);
-  EXPECT_EQ(read.model.factors[0].folder, "D:\\data\\");
-  EXPECT_EQ(read.model.factors[0].name, "soil.asc");
-  EXPECT_EQ(read.model.factors[0].weight, 5);
-  EXPECT_TRUE(read.model.factors[0].highValuesGood);
-  EXPECT_EQ(read.model.factors[1].Path(), "maps/slope.asc");
-  EXPECT_EQ(read.model.factors[1].weight, -3);
-  EXPECT_FALSE(read.model.factors[1].highValuesGood);
-  EXPECT_EQ(read.model.constraints,
-            (std::vector<std::string>{"D:\\data\\roads.asc", "maps/parks.asc"}));
+  const std::string record = std::string("\"") + kModel + "\"\r\n";
+  const ModelText text = ReadModelText(folder.Write("m.mif", record)).Value();
+  EXPECT_EQ(text.root, "D:\\data");
+  EXPECT_EQ(text.pattern, "*.asc");
+  const LinearModel model = LinearModelOf(text);
+  EXPECT_EQ(model.title, "Winter range, north");
+  ASSERT_EQ(model.factors.size(), 2u);
+  EXPECT_EQ(model.factors[0].folder, "D:\\data\\");
+  EXPECT_EQ(model.factors[0].name, "soil.asc");
+  EXPECT_EQ(model.factors[0].weight, 5);
+  EXPECT_TRUE(model.factors[0].highValuesGood);
+  EXPECT_EQ(model.factors[1].Path(), "maps/slope.asc");
+  EXPECT_EQ(model.factors[1].weight, -3);
+  EXPECT_FALSE(model.factors[1].highValuesGood);
+  EXPECT_EQ(model.constraints, (std::vector<std::string>{"D:\\data\\roads.asc", "maps/parks.asc"}));
+
+  ASSERT_TRUE(WriteModelText(folder / "again.mif", text).Ok());
+  EXPECT_EQ(ReadText(folder / "again.mif"), record);
+}
+
+TEST(ModelInformation, WritesThatThereIsNone) {
+  TemporaryFolder folder;
+  ASSERT_TRUE(WriteModelText(folder / "m.mif", {"maps", "*.asc", {}, {}, ""}).Ok());
+  EXPECT_EQ(ReadText(folder / "m.mif"), "\"FRD$maps#FF$*.asc#FAC$NULLCST$NULLTITLE$#\"\r\n");
+}
+
+TEST(ModelInformation, RefusesWhatCannotBeHeldAndKeepsTheOldFile) {
+  TemporaryFolder folder;
+  const auto path = folder.Write("m.mif", "old");
+  for (const char* title : {"north # 2", "the \"core\""}) {
+    const Outcome<> written = WriteModelText(path, {"maps", "*.asc", {}, {}, title});
+    EXPECT_NE(written.Text().find(title), std::string::npos);
+    EXPECT_EQ(ReadText(path), "old");
+  }
 }
 
 TEST(ModelInformation, TakesWhatADamagedTextHolds) {
@@ -51,7 +71,7 @@ TEST(ModelInformation, TakesWhatADamagedTextHolds) {
       {"FRD$a#FF$*#FAC$a.asc#1#True#FAC$b.asc#1#True#TITLE$no end", 2, 0, "no end"},
   };
   for (const auto& test : cases) {
-    const LinearModel model = ParseModelInformation(test.text).model;
+    const LinearModel model = LinearModelOf(ParseModelText(test.text));
     EXPECT_EQ(model.factors.size(), test.factors) << test.text;
     EXPECT_EQ(model.constraints.size(), test.constraints) << test.text;
     EXPECT_EQ(model.title, test.title);
@@ -64,7 +84,7 @@ TEST(ModelInformation, WeightsAreWholeNumbersOf16Bits) {
                                                {"seven", 0},     {"1e400", 32767}};
   for (const auto& [text, weight] : cases) {
     const std::string model = std::string("FAC$a.asc#") + text + "#True#";
-    EXPECT_EQ(ParseModelInformation(model).model.factors[0].weight, weight) << text;
+    EXPECT_EQ(LinearModelOf(ParseModelText(model)).factors[0].weight, weight) << text;
   }
 }
 
@@ -76,7 +96,7 @@ TEST(ModelInformation, AnyBytesGiveSomeModel) {
     for (unsigned flips = random() % 8; flips > 0 && !text.empty(); --flips) {
       text[random() % text.size()] = "#$\"FACST0\n\0\xFF"[random() % 12];
     }
-    EXPECT_LE(ParseModelInformation(text).model.factors.size(), text.size());
+    EXPECT_LE(ParseModelText(text).factors.size(), text.size());
   }
 }
 
