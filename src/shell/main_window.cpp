@@ -2,10 +2,10 @@
 
 #include <filesystem>
 
+#include "mce/linear/model_builder_window.h"
 #include "mce/model_session.h"
 #include "shell/about_window.h"
 #include "shell/file_opening.h"
-#include "shell/model_opener_window.h"
 #include "ui/desktop.h"
 
 namespace ormel {
@@ -25,6 +25,7 @@ FrmMain::FrmMain(AppContext& app) : Window("frmMain", "ORMEL Model " ORMEL_VERSI
   options_.LoadAtStart();
   app_.session.onChange = [this] { ShowSession(); };
   ShowSession();
+  ShowBuilderChoice();
 }
 
 FrmMain::~FrmMain() { app_.session.onChange = {}; }
@@ -38,31 +39,72 @@ ui::Handler FrmMain::Run(Command command) {
 
 std::vector<ui::MenuSpec> FrmMain::Menus() {
   using ui::MenuSpec;
-  return {{"mFile",
-           "&File",
-           "",
-           {},
-           {{"mOptions", "Global Settings", "", Run(&FrmMain::mOptions), {}},
-            {"mReceive", "&Receive File", "F12", Run(&FrmMain::mReceive), {}},
-            MenuSpec::Separator(),
-            {"mExit", "E&xit", "Ctrl+Q", Run(&FrmMain::mExit), {}}}},
-          {"mMCE",
-           "&MCE",
-           "",
-           {},
-           {{"mLoadMCE", "&Load", "Ctrl+O", Run(&FrmMain::mLoadMCE), {}},
-            {"mSaveMCE", "&Save", "Ctrl+S", Run(&FrmMain::mSaveMCE), {}},
-            {"mSaveAsMCE", "Save As", "", Run(&FrmMain::mSaveAsMCE), {}},
-            {"mClose", "Close", "", Run(&FrmMain::mClose), {}}}},
-          {"mHelp", "&Help", "", {}, {{"mAbout", "About ORMEL", "", Run(&FrmMain::mAbout), {}}}}};
+  return {
+      {"mFile",
+       "&File",
+       "",
+       {},
+       {{"mOptions", "Global Settings", "", Run(&FrmMain::mOptions), {}},
+        {"mReceive", "&Receive File", "F12", Run(&FrmMain::mReceive), {}},
+        MenuSpec::Separator(),
+        {"mExit", "E&xit", "Ctrl+Q", Run(&FrmMain::mExit), {}}}},
+      {"mMCE",
+       "&MCE",
+       "",
+       {},
+       {{"mSingle", "&Single MCE", "", {}, {{"mBuild", "Linear", "", Run(&FrmMain::mBuild), {}}}},
+        MenuSpec::Separator(),
+        {"mLoadMCE", "&Load", "Ctrl+O", Run(&FrmMain::mLoadMCE), {}},
+        {"mSaveMCE", "&Save", "Ctrl+S", Run(&FrmMain::mSaveMCE), {}},
+        {"mSaveAsMCE", "Save As", "", Run(&FrmMain::mSaveAsMCE), {}},
+        {"mClose", "Close", "", Run(&FrmMain::mClose), {}}}},
+      {"mHelp", "&Help", "", {}, {{"mAbout", "About ORMEL", "", Run(&FrmMain::mAbout), {}}}}};
 }
 
-std::vector<ui::ToolSpec> FrmMain::Tools() { return {}; }
+// Buttons are known by fixed numbers, whichever of them there are.
+std::vector<ui::ToolSpec> FrmMain::Tools() {
+  return {{7, "Model Builder", "model-builder.svg", [this] { StartFromToolbar(builder_); },
+           BuilderMenu()}};
+}
+
+std::vector<FrmMain::Builder> FrmMain::Builders() {
+  return {{"Single Pass Linear", &FrmMain::mBuild}};
+}
+
+std::vector<ui::MenuSpec> FrmMain::BuilderMenu() {
+  std::vector<ui::MenuSpec> menu;
+  for (const Builder& builder : Builders()) {
+    const int number = static_cast<int>(menu.size()) + 1;
+    const auto choose = [this, number] {
+      builder_ = number;
+      ShowBuilderChoice();
+      StartFromToolbar(number);
+    };
+    menu.push_back({"", builder.caption, "", choose, {}});
+  }
+  return menu;
+}
+
+// The button asks by itself before the command does: a model that the person then keeps after all
+// is asked about once more.
+void FrmMain::StartFromToolbar(int builder) {
+  if (!CloseCurMCE()) return;
+  (this->*Builders()[static_cast<std::size_t>(builder - 1)].start)();
+}
+
+void FrmMain::ShowBuilderChoice() {
+  for (const auto& button : TBMain.Buttons()) {
+    for (std::size_t i = 0; i < button->Menu().size(); ++i) {
+      button->Menu()[i]->SetChecked(static_cast<int>(i) + 1 == builder_);
+    }
+  }
+}
 
 // The model's entries can be used while one runs.
 void FrmMain::ShowSession() {
   const bool running = app_.session.Running() != nullptr;
   for (const char* entry : {"mSaveMCE", "mSaveAsMCE", "mClose"}) menu[entry].SetEnabled(running);
+  if (!running && app_.desktop.IsOpen(*this)) app_.desktop.ShowAgain(*this);
 }
 
 void FrmMain::mOptions() { app_.desktop.ShowModal(options_, this); }
@@ -101,7 +143,13 @@ void FrmMain::OpenFileByExtension(const std::string& text) {
   }
 }
 
-void FrmMain::OpenLinearModel(const std::string& path) { (void)OpenModel(app_, path); }
+// A model that the person keeps running stays as it is.
+void FrmMain::OpenLinearModel(const std::string& path) {
+  const RunningModel* before = app_.session.Running();
+  mBuild();
+  if (app_.session.Running() == before) return;
+  if (auto* builder = dynamic_cast<FrmBuild*>(app_.session.Running())) builder->loadmif(path);
+}
 
 // The empty message is what tells a person that a file comes from outside.
 void FrmMain::mReceive() {
@@ -141,6 +189,12 @@ bool FrmMain::CloseCurMCE() {
   if (answer != ui::Answer::kYes) return false;
   (void)running->Unload();
   return true;
+}
+
+void FrmMain::mBuild() {
+  if (!CloseCurMCE()) return;
+  if (RunningModel* kept = app_.session.Running()) return kept->BringForward();
+  app_.desktop.Show(std::make_unique<FrmBuild>(app_), this);
 }
 
 void FrmMain::mLoadMCE() {

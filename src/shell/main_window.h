@@ -42,12 +42,23 @@ class FrmMain final : public ui::Window {
  private:
   using Command = void (FrmMain::*)();
 
+  // An entry of the toolbar's button for models.
+  struct Builder {
+    const char* caption;
+    Command start;
+  };
+  static std::vector<Builder> Builders();
+
   std::vector<ui::MenuSpec> Menus();
   std::vector<ui::ToolSpec> Tools();
   ui::Handler Run(Command command);
   void ShowSession();
+  void ShowBuilderChoice();
+  std::vector<ui::MenuSpec> BuilderMenu();
+  void StartFromToolbar(int builder);
 
   // The commands of the menu, by the names of their entries.
+  void mBuild();
   void mOptions();
   void mReceive();
   void mExit();
@@ -62,6 +73,7 @@ class FrmMain final : public ui::Window {
 
   AppContext& app_;
   FrmOptions options_{app_};
+  int builder_ = 1;  // the toolbar's button starts this one
 };
 
 }  // namespace ormel

@@ -65,6 +65,7 @@ class Control {
   Handler onClick;
   Handler onDoubleClick;
   Handler onChange;  // a person changed the text, value or state
+  Handler onEnter;   // a person came to the field
   Handler onLeave;   // a person went on to another field
   Handler onSelect;  // a person chose entries
   std::function<void(const MouseEvent&)> onMouse;

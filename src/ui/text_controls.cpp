@@ -53,7 +53,9 @@ Outcome<> TextBox::Type(const std::string& text) {
 }
 
 Outcome<> TextBox::Set(const std::string& value) {
-  Outcome<> typed = Type(value);
+  Outcome<> typed = CanAct();
+  if (typed.Ok()) Enter();
+  if (typed.Ok()) typed = Type(value);
   if (typed.Ok()) Leave();
   return typed;
 }

@@ -33,10 +33,12 @@ class TextBox final : public Control {
 
   // A person types: the text becomes `text`, cut to the maximum length; onChange when it differs.
   [[nodiscard]] Outcome<> Type(const std::string& text);
+  // A person comes to the field.
+  void Enter() { Fire(onEnter); }
   // A person goes on to another field.
   void Leave() { Fire(onLeave); }
 
-  Outcome<> Set(const std::string& value) override;  // types and leaves
+  Outcome<> Set(const std::string& value) override;  // enters, types and leaves
   // Letters are added at the end, BackSpace takes the last one away; then onKey.
   Outcome<> Key(const std::string& key) override;
   std::string Printed() const override { return text_; }

@@ -73,7 +73,7 @@ class ToolView final : public ViewOfKind<ToolButton, QToolButton> {
   void Show() override {
     The().setText(ToQt(TheControl().Caption()));
     The().setToolButtonStyle(The().icon().isNull() ? Qt::ToolButtonTextOnly
-                                                   : Qt::ToolButtonIconOnly);
+                                                   : Qt::ToolButtonTextBesideIcon);
     place_->setVisible(TheControl().Visible());  // in a toolbar the action decides
   }
 
@@ -112,6 +112,7 @@ void AddMenus(QtWindow& screen, Window& window, const std::string& iconFolder) {
   if (const ToolBar* tools = window.Tools()) {
     QToolBar* bar = screen.addToolBar(QString());
     bar->setMovable(false);
+    bar->setIconSize(QSize(1, 1) * (2 * bar->fontMetrics().height()));
     bar->setContextMenuPolicy(Qt::PreventContextMenu);
     for (const auto& button : tools->Buttons()) new ToolView(screen, *button, *bar, iconFolder);
   }

@@ -72,6 +72,9 @@ bool View::eventFilter(QObject* object, QEvent* event) {
   switch (event->type()) {
     case QEvent::KeyPress:
       return PassKey(object, event);
+    case QEvent::FocusIn:
+      Entered();
+      break;
     case QEvent::FocusOut:
       if (IsLeft(*object, *event)) Left();
       break;

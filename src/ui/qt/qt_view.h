@@ -44,6 +44,7 @@ class View : public QObject, public ControlView {
   virtual void Show() = 0;
   // A person went on to another field.
   virtual void Left() {}
+  virtual void Entered() {}
   // The control has gone; nothing that belongs to it may be used from here on.
   virtual void Parted() {}
   // Keys and focus of `part`, a widget inside this one, count as the control's as well.

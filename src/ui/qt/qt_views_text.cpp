@@ -62,13 +62,23 @@ class LineView final : public ViewOfKind<TextBox, QLineEdit> {
   // The cursor stays where a person types.
   void Show() override {
     const TextBox& box = TheControl();
-    The().setReadOnly(box.ReadOnly());
+    ShowReadOnly(box.ReadOnly());
     ShowLength(box.MaximumLength());
     const QString text = ToQt(box.Text());
     if (The().text() == text) return;
     const int cursor = The().cursorPosition();
     The().setText(text);
     if (The().hasFocus()) The().setCursorPosition(cursor);
+  }
+
+  // What cannot be typed into looks like the window around it, and the Tab key passes it by.
+  void ShowReadOnly(bool readOnly) {
+    if (The().isReadOnly() == readOnly) return;
+    The().setReadOnly(readOnly);
+    The().setFocusPolicy(readOnly ? Qt::ClickFocus : Qt::StrongFocus);
+    QPalette colours;
+    if (readOnly) colours.setColor(QPalette::Base, colours.color(QPalette::Window));
+    The().setPalette(colours);
   }
 
   // A box for a short figure is as wide as the figure, every other one takes the width of its row.
@@ -81,6 +91,7 @@ class LineView final : public ViewOfKind<TextBox, QLineEdit> {
     The().setMaximumWidth(isShort ? width + letters.height() : QWIDGETSIZE_MAX);
   }
 
+  void Entered() override { TheControl().Enter(); }
   void Left() override { TheControl().Leave(); }
 };
 
@@ -108,6 +119,7 @@ class PageView final : public ViewOfKind<TextBox, QPlainTextEdit> {
     cursor.setPosition(std::min(position, static_cast<int>(The().toPlainText().size())));
     The().setTextCursor(cursor);
   }
+  void Entered() override { TheControl().Enter(); }
   void Left() override { TheControl().Leave(); }
 };
 

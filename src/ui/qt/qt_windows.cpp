@@ -18,6 +18,7 @@
 #include <QUrl>
 #include <QVBoxLayout>
 #include <QWindow>
+#include <algorithm>
 #include <cmath>
 #include <utility>
 
@@ -192,6 +193,10 @@ void QtWindow::Update() {
     SyncViews();
   }
   if (std::exchange(windowChanged_, false)) SyncWindow();
+  // A bar whose controls are all hidden ends below its tools.
+  area_->setVisible(window_->Tools() == nullptr ||
+                    std::any_of(built_.order.begin(), built_.order.end(),
+                                [](const QWidget* widget) { return !widget->isHidden(); }));
   if (isVisible() && strip_->isHidden()) GrowWithContents();
 }
 

@@ -1,0 +1,623 @@
+#include "mce/builder_window.h"
+
+#include <algorithm>
+#include <cctype>
+#include <filesystem>
+#include <utility>
+
+#include "base/progress_sink.h"
+#include "mapdata/palette.h"
+#include "mapdata/path_text.h"
+#include "mce/read_all_window.h"
+#include "ui/run.h"
+#include "ui/save_dialog.h"
+
+namespace ormel {
+namespace {
+
+constexpr int kRowsShown = 3;
+constexpr char kAnyMap[] = "*.asc";
+constexpr char kDefaultPaletteName[] = "Default";
+
+constexpr char kPaletteMissing[] =
+    "The palette file you specified does not exist! Please choose another.";
+constexpr char kPaletteCorrupt[] = "The specified palette file is corrupt! Please choose another.";
+
+std::string LowerCase(std::string text) {
+  std::transform(text.begin(), text.end(), text.begin(),
+                 [](unsigned char letter) { return static_cast<char>(std::tolower(letter)); });
+  return text;
+}
+
+bool Exists(const std::string& path) {
+  std::error_code error;
+  return std::filesystem::exists(path, error);
+}
+
+bool IsFolder(const std::string& path) {
+  std::error_code error;
+  return std::filesystem::is_directory(path, error);
+}
+
+// A model file holds its root without a separator at the end.
+std::string WithoutSeparator(std::string folder) {
+  while (folder.size() > 1 && (folder.back() == '/' || folder.back() == '\\')) folder.pop_back();
+  return folder;
+}
+
+std::vector<ui::MenuSpec> Joined(std::vector<ui::MenuSpec> first,
+                                 std::vector<ui::MenuSpec> second) {
+  first.insert(first.end(), std::make_move_iterator(second.begin()),
+               std::make_move_iterator(second.end()));
+  return first;
+}
+
+}  // namespace
+
+BuilderWindow::BuilderWindow(AppContext& app, const std::string& name, std::string extension,
+                             std::vector<ui::MenuSpec> tools)
+    : Window(name, "Build a Model"),
+      menu(*this, {{"mFile",
+                    "&File",
+                    "",
+                    {},
+                    {{"mNew", "&New", "Ctrl+N", [this] { AskAndClear(); }, {}},
+                     {"mOpen", "&Open", "Ctrl+O", [this] { LoadModel(""); }, {}},
+                     {"mSave", "&Save", "Ctrl+S", [this] { cmdSave_Click(); }, {}},
+                     ui::MenuSpec::Separator(),
+                     {"mExit", "E&xit", "", [this] { app_.desktop.CloseByFrame(*this); }, {}}}},
+                   {"mTools",
+                    "&Tools",
+                    "",
+                    {},
+                    Joined(std::move(tools),
+                           {{"mReadAll", "Read All from Directory", "", [this] { ReadAll(); }, {}},
+                            {"mRoot", "Set Root Directory", "", [this] { AskRoot(); }, {}},
+                            {"mFilter", "Set Filter", "", [this] { AskFilter(); }, {}}})}}),
+      app_(app),
+      extension_(std::move(extension)) {
+  for (ui::FileList* list : {&filelist, &filelistt}) list->SetVisible(false);
+  filelist.SetFolder(app.settings.workingDirectory);
+  PicPP.SetStripHeight(kColourScaleHeight);
+  cmdOk.SetDefault();
+  cmdOk.SetToolTip("Read the maps and go on to the suitability map");
+  cmdReadAll.SetToolTip("Take the maps of a whole folder");
+  cmdDelFac.SetToolTip("Remove the factors that are checked");
+  fchng.SetToolTip("Add or remove a factor at the end");
+  DCC.SetToolTip("Colour of cells that a constraint forbids; click to change it");
+  txtPal.SetToolTip("Palette of the pictures: a file, or Default");
+  ConnectHandlers();
+}
+
+void BuilderWindow::Begin() {
+  app_.session.Begin(*this);
+  DCC.SetColour(app_.settings.constraintColor);
+  txtPal.SetText(kDefaultPaletteName);
+  ShowPalette();
+  SetRowCount(1);
+}
+
+void BuilderWindow::ConnectHandlers() {
+  const auto changed = [this] { MarkChanged(); };
+  txtTitle.onChange = changed;
+  fchng.onChange = [this] { SpinRows(); };
+  FScrl.onChange = [this] { LayOut(); };
+  cmdReadAll.onClick = [this] { ReadAll(); };
+  cmdDelFac.onClick = [this] { DeleteChecked(); };
+  CmdSrchC.onClick = [this] { AddConstraint(); };
+  CmdRemoveC.onClick = [this] { RemoveConstraints(); };
+  DCC.onClick = [this] { PickConstraintColour(); };
+  txtPal.onChange = [this] { TypePalette(); };
+  cmdLP.onClick = [this] { PickPalette(); };
+  cmdLoad.onClick = [this] { LoadModel(""); };
+  cmdSave.onClick = [this] { cmdSave_Click(); };
+  cmdClear.onClick = [this] { AskAndClear(); };
+  cmdOk.onClick = [this] { Accept(); };
+  cmdClose.onClick = [this] { app_.desktop.CloseByFrame(*this); };
+  onDrop = [this](const std::string& path) { DropFactor(path); };
+}
+
+// ---- Layout
+// ---------------------------------------------------------------------------------------
+
+ui::LayoutItem BuilderWindow::FactorArea() {
+  std::vector<ui::LayoutItem> headings{"", "Map", ""};
+  for (ui::LayoutItem& heading : RowHeadings()) headings.push_back(std::move(heading));
+  ui::Table table{};
+  table.items.push_back(ui::Row{});
+  table.items.back().items = std::move(headings);
+  const int first = FScrl.Value() + 1;
+  for (int row = first; row < first + kRowsShown && row <= RowCount(); ++row) {
+    std::vector<ui::LayoutItem> cells{FCkBox(row), ui::Share(3, FList(row)), FileOpen(row)};
+    for (ui::LayoutItem& cell : RowCells(row)) cells.push_back(std::move(cell));
+    table.items.push_back(ui::Row{});
+    table.items.back().items = std::move(cells);
+  }
+  return ui::Row{ui::Share(1, ui::Column{table, ui::Stretch{}}), FScrl};
+}
+
+void BuilderWindow::LayOut() {
+  ui::Row tools{"Factors:", lblfnum, fchng, ui::Stretch{}};
+  for (ui::LayoutItem& tool : RowTools()) tools.items.push_back(std::move(tool));
+  tools.items.push_back(cmdReadAll);
+  tools.items.push_back(cmdDelFac);
+  SetLayout(ui::Column{
+      ui::Row{"&Title:", txtTitle}, tools, FactorArea(),
+      ui::Share(
+          1,
+          ui::Row{
+              ui::Share(3, ui::Frame{"Constraints", CFL,
+                                     ui::Row{CmdSrchC, CmdRemoveC, ui::Stretch{}, "Colour:", DCC}}),
+              ui::Share(2, ui::Frame{"Palette", ui::Row{txtPal, cmdLP}, PicPP, ui::Stretch{}})}),
+      ui::Row{cmdLoad, cmdSave, cmdClear, ui::Stretch{}, cmdOk, cmdClose}});
+}
+
+// ---- Rows
+// -----------------------------------------------------------------------------------------
+
+void BuilderWindow::SetRowCount(int count) {
+  const int before = RowCount();
+  FCkBox.Resize(count);
+  FList.Resize(count);
+  FileOpen.Resize(count);
+  ResizeRows(count);
+  FactorFolders_.resize(std::max(FactorFolders_.size(), static_cast<std::size_t>(count)));
+  for (int row = before + 1; row <= count; ++row) StartRow(row);
+  lblfnum.SetCaption(std::to_string(count));
+  fchng.SetValue(count);
+  FScrl.SetEnabled(count > kRowsShown);
+  FScrl.SetRange(0, std::max(0, count - kRowsShown));
+  if (count > before) FScrl.SetValue(FScrl.Maximum());
+  if (count == 0 && CFL.Count() == 0) reference_.Clear();
+  LayOut();
+}
+
+void BuilderWindow::StartRow(int row) {
+  FactorFolders_[static_cast<std::size_t>(row - 1)] = JoinPath(filelist.Folder(), "");
+  FCkBox(row).SetCaption(std::to_string(row));
+  FCkBox(row).SetToolTip("Check it to delete this factor");
+  FileOpen(row).SetCaption("...");
+  FileOpen(row).SetToolTip("Look for the map");
+  FList(row).SetItems(FilesOf(filelist.Folder()));
+  FList(row).onSelect = [this, row] { ChooseFromList(row); };
+  FileOpen(row).onClick = [this, row] { PickFactor(row); };
+  SetRowDefaults(row);
+}
+
+void BuilderWindow::DeleteRows(const std::vector<bool>& marked) {
+  int kept = 0;
+  for (int row = 1; row <= RowCount(); ++row) {
+    FCkBox(row).SetChecked(false);
+    if (marked[static_cast<std::size_t>(row - 1)] || ++kept == row) continue;
+    FList(kept).SetItems(FList(row).Items());
+    FList(kept).SetText(FList(row).Text());
+    FactorFolders_[static_cast<std::size_t>(kept - 1)] = FactorFolder(row);
+    CopyRow(row, kept);
+  }
+  if (kept == RowCount()) return;
+  SetRowCount(kept);
+  if (kept == 0) SetRowCount(1);
+}
+
+void BuilderWindow::DeleteChecked() {
+  std::vector<bool> marked;
+  for (const auto& box : FCkBox) marked.push_back(box->Checked());
+  if (std::find(marked.begin(), marked.end(), true) == marked.end()) return;
+  DeleteRows(marked);
+  MarkChanged();
+}
+
+void BuilderWindow::SpinRows() {
+  for (int row = fchng.Value() + 1; row <= RowCount(); ++row) {
+    if (!IsFree(row)) MarkChanged();  // a free row is no part of the model
+  }
+  SetRowCount(fchng.Value());
+}
+
+std::vector<std::string> BuilderWindow::FilesOf(const std::string& folder) {
+  if (filelistt.Folder() != folder) filelistt.SetFolder(folder);
+  return filelistt.Items();
+}
+
+void BuilderWindow::RefillLists() {
+  filelistt.Reread();
+  for (int row = 1; row <= RowCount(); ++row) {
+    std::string& folder = FactorFolders_[static_cast<std::size_t>(row - 1)];
+    if (IsFree(row)) folder = JoinPath(filelist.Folder(), "");
+    FList(row).SetItems(FilesOf(IsFree(row) ? filelist.Folder() : folder));
+  }
+}
+
+std::string BuilderWindow::RowPath(int row) const {
+  return IsFree(row) ? "" : JoinPath(FactorFolder(row), FList(row).Text());
+}
+
+void BuilderWindow::PutFile(int row, const std::string& path) {
+  const std::string folder = FolderPart(path);
+  FactorFolders_[static_cast<std::size_t>(row - 1)] = folder;
+  FList(row).SetItems(FilesOf(folder));
+  FList(row).SetText(FileNamePart(path, true));
+}
+
+void BuilderWindow::AddFactorRow(const std::string& path) {
+  SetRowCount(RowCount() + 1);
+  PutFile(RowCount(), path);
+}
+
+// ---- Maps that join
+// -------------------------------------------------------------------------------
+
+LoadedData BuilderWindow::Loaded() const {
+  LoadedData loaded;
+  for (int row = 1; row <= RowCount(); ++row) loaded.factors.push_back(RowPath(row));
+  loaded.constraints = CFL.Items();
+  return loaded;
+}
+
+Registration BuilderWindow::Register(const std::string& path, CheckMode mode, int row) {
+  Registration registration;
+  if (mode == CheckMode::kConstraint) {
+    ui::Run run(*this);  // reads the whole map
+    registration = CheckAndRegister(path, mode, row, Loaded(), reference_, run);
+  } else {
+    NoProgress quiet;
+    registration = CheckAndRegister(path, mode, row, Loaded(), reference_, quiet);
+  }
+  const std::string& title = registration.title;
+  if (!registration.message.empty()) {
+    app_.desktop.Message(registration.message, title.empty() ? ui::kProgramTitle : title);
+  }
+  return registration;
+}
+
+bool BuilderWindow::TakeFactor(int row, const std::string& path) {
+  const Registration registration = Register(path, CheckMode::kFactor, row);
+  if (!registration.Accepted()) return false;
+  PutFile(row, registration.path);
+  MarkChanged();
+  if (!IsFree(RowCount())) SetRowCount(RowCount() + 1);
+  return true;
+}
+
+void BuilderWindow::PickFactor(int row) {
+  const std::string& pattern = filelist.Pattern();
+  const auto choice = app_.desktop.OpenFile(
+      {"Load Factor", pattern + "|" + pattern, "", app_.settings.workingDirectory, kAnyMap});
+  if (choice) TakeFactor(row, choice->Path());
+}
+
+void BuilderWindow::ChooseFromList(int row) {
+  MarkChanged();
+  const std::string path = JoinPath(FactorFolder(row), FList(row).Text());
+  if (!Register(path, CheckMode::kFactor, row).Accepted()) FList(row).SetText("");
+}
+
+// Each file of a drop takes the first free row.
+void BuilderWindow::DropFactor(const std::string& path) {
+  int row = 1;
+  while (row <= RowCount() && !IsFree(row)) ++row;
+  if (row > RowCount()) SetRowCount(row);
+  TakeFactor(row, path);
+}
+
+void BuilderWindow::AddConstraint() {
+  const auto choice =
+      app_.desktop.OpenFile({"Load Constraint", "ASCII Raster (.asc, .grd)|*.asc;*.grd", "",
+                             app_.settings.workingDirectory, kAnyMap});
+  if (!choice) return;
+  MarkChanged();
+  const std::vector<std::string>& held = CFL.Items();
+  if (std::find(held.begin(), held.end(), choice->Path()) != held.end()) {
+    app_.desktop.Message("Constraint Already Added");
+    return;
+  }
+  const Registration registration = Register(choice->Path(), CheckMode::kConstraint);
+  if (registration.Accepted()) CFL.Add(registration.path);
+}
+
+void BuilderWindow::RemoveConstraints() {
+  const std::vector<int> selected = CFL.Selected();
+  const ui::Answer answer = app_.desktop.Ask(
+      selected.empty() ? "No Constraints Selected, Clear All?"
+                       : "Are You Sure You Want to Remove the Selected Constraints?",
+      "Remove Constraints", ui::Buttons::kYesNo);
+  if (answer != ui::Answer::kYes) return;
+  if (selected.empty()) CFL.Clear();
+  for (auto index = selected.rbegin(); index != selected.rend(); ++index) CFL.Remove(*index);
+  MarkChanged();
+}
+
+// ---- The rest of the form
+// -------------------------------------------------------------------------
+
+void BuilderWindow::ShowPalette() {
+  const std::string path = palettePath_.empty() ? app_.settings.defaultPalette : palettePath_;
+  Palette palette;
+  const bool good = CheckPaletteFile(path) == "GOOD" && ReadPalette(path, palette).Ok();
+  PicPP.SetImage(good ? ColourScale(palette) : Canvas());
+}
+
+void BuilderWindow::TypePalette() {
+  const std::string& text = txtPal.Text();
+  palettePath_ = LowerCase(text) == "default" ? "" : text;
+  MarkChanged();
+  ShowPalette();
+}
+
+void BuilderWindow::PickPalette() {
+  const auto choice = app_.desktop.OpenFile({"Select Palette", "Palette Files (.ptf)|*.ptf", "",
+                                             PaletteFolder(app_.settings.programFolder), "*.ptf"});
+  if (!choice) return;
+  if (!Exists(choice->Path())) return app_.desktop.Message(kPaletteMissing);
+  if (CheckPaletteFile(choice->Path()) == "BAD") return app_.desktop.Message(kPaletteCorrupt);
+  palettePath_ = choice->Path();
+  txtPal.SetText(FileNamePart(palettePath_, true));
+  MarkChanged();
+  ShowPalette();
+}
+
+void BuilderWindow::PickConstraintColour() {
+  const auto colour = app_.desktop.PickColour("Select New Constraint Color", DCC.Value());
+  if (!colour) return;
+  DCC.SetColour(*colour);
+  MarkChanged();
+}
+
+void BuilderWindow::AskFilter() {
+  const auto pattern =
+      app_.desktop.Prompt("New Filter (Comma Delineated):", ui::kProgramTitle, filelist.Pattern());
+  if (!pattern || pattern->empty()) return;
+  for (ui::FileList* list : {&filelist, &filelistt}) list->SetPattern(*pattern);
+  MarkChanged();
+  RefillLists();
+}
+
+void BuilderWindow::AskRoot() {
+  const auto folder =
+      app_.desktop.Prompt("New Root Directory:", ui::kProgramTitle, filelist.Folder());
+  if (!folder || folder->empty()) return;
+  if (!IsFolder(*folder)) return app_.desktop.Message("The Specified Path Does Not Exist");
+  filelist.SetFolder(*folder);
+  MarkChanged();
+  RefillLists();
+}
+
+void BuilderWindow::ClearForm() {
+  CFL.Clear();
+  SetRowCount(0);
+  txtTitle.SetText("");
+  DCC.SetColour(app_.settings.constraintColor);
+  changed_ = false;
+}
+
+void BuilderWindow::AskAndClear() {
+  const ui::Answer answer = app_.desktop.Ask("Are you sure you want to clear the form?",
+                                             "Clear Form", ui::Buttons::kYesNo);
+  if (answer != ui::Answer::kYes) return;
+  ClearForm();
+  SetRowCount(1);
+}
+
+// ---- Model files
+// ----------------------------------------------------------------------------------
+
+ModelText BuilderWindow::CurrentModel() const {
+  ModelText model;
+  model.root = WithoutSeparator(filelist.Folder());
+  model.pattern = filelist.Pattern();
+  for (int row = 1; row <= RowCount(); ++row) {
+    if (!IsFree(row)) model.factors.push_back({RowPath(row), RowFields(row)});
+  }
+  model.constraints = CFL.Items();
+  model.title = txtTitle.Text();
+  return model;
+}
+
+// None: the person gave up.
+std::optional<std::string> BuilderWindow::SaveTarget() {
+  if (app_.session.saveInPlace) return app_.session.modelFile;
+  const std::string pattern = "*." + extension_;
+  const auto choice = ui::AskSaveFile(
+      app_.desktop,
+      {"Save Model Information", "Model Information Files (" + pattern + ")|" + pattern, extension_,
+       app_.settings.workingDirectory, pattern},
+      {.title = "Save Model Information"});
+  if (!choice) return std::nullopt;
+  return choice->Path();
+}
+
+void BuilderWindow::cmdSave_Click() {
+  const std::optional<std::string> path = SaveTarget();
+  if (!path) return;
+  const Outcome<> written = WriteModelText(*path, CurrentModel());
+  if (written.Ok()) changed_ = false;
+  if (written.Failed()) app_.desktop.Message(written.Text());
+}
+
+void BuilderWindow::LoadModel(std::string path) {
+  const bool asked = path.empty();
+  if (asked) {
+    if (changed_ &&
+        app_.desktop.Ask("This will clear existing data! Do you still want to proceed?",
+                         "Load Saved Model File", ui::Buttons::kYesNoCancel) != ui::Answer::kYes) {
+      return;
+    }
+    const std::string pattern = "*." + extension_;
+    const auto choice = app_.desktop.OpenFile(
+        {"Load Saved Model File", "Model Information Files (" + pattern + ")|" + pattern, "",
+         app_.settings.workingDirectory, pattern});
+    if (!choice) return;
+    path = choice->Path();
+  }
+  const Outcome<ModelText> model = ReadModelText(path);
+  if (model.Ok()) return TakeModel(model.Value());
+  if (asked) app_.desktop.Message(model.Text());
+}
+
+// Rows and constraints that are refused are left out; a message has told so.
+void BuilderWindow::TakeModel(const ModelText& model) {
+  ClearForm();
+  filelist.SetFolder(model.root);
+  for (ui::FileList* list : {&filelist, &filelistt}) list->SetPattern(model.pattern);
+  for (const ModelTextFactor& factor : model.factors) {
+    AddFactorRow(factor.path);
+    const int row = RowCount();
+    SetRowFields(row, factor.fields);
+    if (IsFree(row)) continue;
+    if (!Register(RowPath(row), CheckMode::kFactor, row).Accepted()) SetRowCount(row - 1);
+  }
+  for (const std::string& constraint : model.constraints) {
+    const Registration registration = Register(constraint, CheckMode::kConstraint);
+    if (registration.Accepted()) CFL.Add(registration.path);
+  }
+  txtTitle.SetText(model.title);
+  if (RowCount() == 0) SetRowCount(1);
+  FScrl.SetValue(0);
+  LayOut();
+  changed_ = false;
+}
+
+// ---- A whole directory
+// ----------------------------------------------------------------------------
+
+void BuilderWindow::ReadAll() {
+  FrmRA window(app_.desktop, filelist.Folder(),
+               [this](const DirectoryChoice& choice) { RA(choice); });
+  app_.desktop.ShowModal(window, this);
+}
+
+void BuilderWindow::RA(const DirectoryChoice& choice) {
+  if (!changed_) ClearForm();
+  bool uniform = true;
+  if (choice.reference.empty() || TakeReference(choice)) {
+    uniform = TakeListed(choice);
+    MarkChanged();
+  }
+  if (RowCount() == 0) SetRowCount(1);
+  if (uniform) return;
+  app_.desktop.Message(
+      "Some of the data in the specified directory was not uniform. Such data was excluded.");
+}
+
+// False: the person gave up.
+bool BuilderWindow::TakeReference(const DirectoryChoice& choice) {
+  if (EnterReference(choice)) return true;
+  switch (
+      app_.desktop.Ask("Your reference data does not conform to the existing data! Clear form "
+                       "and use your reference data?",
+                       "Read all from a directory", ui::Buttons::kYesNoCancel)) {
+    case ui::Answer::kYes:
+      ClearForm();
+      EnterReference(choice);
+      return true;
+    case ui::Answer::kNo:
+      return true;
+    default:
+      return false;
+  }
+}
+
+// False: it does not fit what is loaded. One that is loaded already is passed over.
+bool BuilderWindow::EnterReference(const DirectoryChoice& choice) {
+  const Registration registration = Register(choice.reference, CheckMode::kFactorSilent);
+  if (registration.result == Registration::Result::kRefused) return false;
+  const auto listed = [&registration](const std::vector<std::string>& paths) {
+    return std::find(paths.begin(), paths.end(), registration.path) != paths.end();
+  };
+  if (!registration.Accepted() || listed(CFL.Items())) return true;
+  if (listed(choice.constraints)) {
+    CFL.Add(registration.path);
+  } else {
+    AddFactorRow(registration.path);
+  }
+  return true;
+}
+
+// False: some maps did not fit the others.
+bool BuilderWindow::TakeListed(const DirectoryChoice& choice) {
+  bool uniform = true;
+  for (const std::string& path : choice.factors) {
+    const Registration registration = Register(path, CheckMode::kFactorSilent);
+    if (registration.Accepted()) AddFactorRow(registration.path);
+    if (registration.result == Registration::Result::kRefused) uniform = false;
+  }
+  for (std::string path : choice.constraints) {
+    RepairPath(path);
+    const std::vector<std::string>& held = CFL.Items();
+    if (std::find(held.begin(), held.end(), path) != held.end()) continue;
+    // That it is a constraint was found out when the directory was sorted.
+    const Registration registration = Register(path, CheckMode::kUnlistedSilent);
+    if (registration.Accepted()) CFL.Add(registration.path);
+    if (!registration.Accepted()) uniform = false;
+  }
+  return uniform;
+}
+
+// ---- On to the viewer, and the end
+// ----------------------------------------------------------------
+
+bool BuilderWindow::PaletteUsable() {
+  const bool isDefault = palettePath_.empty();
+  const std::string& path = isDefault ? app_.settings.defaultPalette : palettePath_;
+  const bool exists = Exists(path);
+  if (exists && CheckPaletteFile(path) != "BAD") return true;
+  if (isDefault) {
+    app_.desktop.Message(exists
+                             ? "The default palette file is corrupt. Please choose another."
+                             : "The default palette file no longer exists. Please choose another.",
+                         "Bad Default Palette");
+  } else {
+    app_.desktop.Message(exists ? kPaletteCorrupt : kPaletteMissing);
+  }
+  return false;
+}
+
+void BuilderWindow::Accept() {
+  if (!PaletteUsable()) return;
+  std::vector<bool> free;
+  for (int row = 1; row <= RowCount(); ++row) free.push_back(IsFree(row));
+  if (std::find(free.begin(), free.end(), false) == free.end()) {
+    for (const auto& box : FCkBox) box->SetChecked(false);
+    app_.desktop.Message("You Must Enter at Least One Factor!");
+    return;
+  }
+  DeleteRows(free);
+  for (int row = 1; row <= RowCount(); ++row) {
+    if (!Exists(RowPath(row))) return app_.desktop.Message(RowPath(row) + " Does Not Exist!");
+  }
+  OpenViewer();
+}
+
+void BuilderWindow::ReturnFromViewer() {
+  viewer_ = nullptr;
+  app_.desktop.ShowAgain(*this);
+}
+
+bool BuilderWindow::QueryClose() {
+  if (!changed_) return true;
+  switch (app_.desktop.Ask("Save Changes?", "Close Model", ui::Buttons::kYesNoCancel)) {
+    case ui::Answer::kYes:
+      cmdSave_Click();
+      return !changed_;  // a save that was given up or failed loses nothing
+    case ui::Answer::kNo:
+      return true;
+    default:
+      return false;
+  }
+}
+
+bool BuilderWindow::Unload() {
+  if (app_.desktop.IsOpen(*this) && QueryClose()) app_.desktop.Close(*this);
+  return !app_.desktop.IsOpen(*this);
+}
+
+void BuilderWindow::OnClosed() {
+  if (viewer_ != nullptr) app_.desktop.Close(*std::exchange(viewer_, nullptr));
+  app_.session.End(*this);
+}
+
+void BuilderWindow::BringForward() {
+  app_.desktop.ShowAgain(viewer_ != nullptr ? *viewer_ : static_cast<ui::Window&>(*this));
+}
+
+}  // namespace ormel
