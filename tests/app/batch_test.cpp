@@ -25,9 +25,9 @@ struct Ran {
 
 class Batch : public ::testing::Test {
  protected:
-  Ran Run(const std::string& arguments) const {
-    const std::string command = "cd " ORMEL_SOURCE_DIR " && ORMEL_HOME=" + Path("home") + " " +
-                                ORMEL_BATCH " " + arguments + " >" + Path("output") + " 2>" +
+  Ran Run(const std::string& arguments, const std::string& from = ORMEL_SOURCE_DIR) const {
+    const std::string command = "cd " + from + " && ORMEL_HOME=" + Path("home") +
+                                " " ORMEL_BATCH " " + arguments + " >" + Path("output") + " 2>" +
                                 Path("errors");
     const int status = std::system(command.c_str());
     return {WEXITSTATUS(status), ReadText(Path("output")), ReadText(Path("errors"))};
@@ -111,14 +111,25 @@ TEST_F(Batch, WarnsOfWhatItPassesOver) {
   EXPECT_NE(ran.errors.find(part + ": ends in row 2 of 2\n"), std::string::npos) << ran.errors;
 }
 
+TEST_F(Batch, AModelBuiltByHandGivesTheSameBytes) {
+  const std::string here = folder_.Path().string();
+  std::filesystem::create_symlink(ORMEL_SOURCE_DIR "/examples", folder_ / "examples");
+  EXPECT_EQ(Run("--script " ORMEL_SOURCE_DIR "/tests/scripts/model_by_hand.script", here).errors,
+            "");
+  EXPECT_EQ(Run("nesting.mif -o batch.asc", here).status, 0);
+  EXPECT_EQ(ReadText(Path("batch.asc")), ReadText(Path("by_hand.asc")));
+}
+
 TEST_F(Batch, RunsScriptsFromStandardInputToo) {
-  folder_.Write("s", "print frmDraw.PList\nprint frmDraw.cmdGenerate\nclick frmDraw.nothing\n");
+  folder_.Write("s",
+                "click frmBuild.cmdOk\nprint frmDraw.PList\nprint frmDraw.cmdGenerate\nclick "
+                "frmDraw.nothing\n");
   const Ran ran = Run("--script - examples/kagwene/nesting.mif <" + Path("s"));
   EXPECT_EQ(ran.status, 2);
   EXPECT_EQ(ran.output,
             "vegetation255.asc\nelevation255.asc\nwaterdist255.asc\nslope255.asc\n"
             "Generate Suitability Map\n");
-  EXPECT_EQ(ran.errors.find("-:3: "), 0u) << ran.errors;
+  EXPECT_EQ(ran.errors.find("-:4: "), 0u) << ran.errors;
 }
 
 #ifndef __SANITIZE_ADDRESS__

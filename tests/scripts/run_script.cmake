@@ -1,11 +1,17 @@
 # Runs one command script in a fresh folder that has the examples and the test data beside it:
+# A file of the script's name in data/, ending in inf, is there as the settings.
 #   cmake -DPROGRAM=... -DSOURCE=... -DSCRIPT=... -DFOLDER=... [-DMODEL=...] -P run_script.cmake
 # The script must exit with 0, and print what NAME.out holds when there is such a file.
 file(REMOVE_RECURSE ${FOLDER})
 file(MAKE_DIRECTORY ${FOLDER})
 file(CREATE_LINK ${SOURCE}/examples ${FOLDER}/examples SYMBOLIC)
 file(CREATE_LINK ${SOURCE}/tests/data ${FOLDER}/data SYMBOLIC)
-set(ENV{ORMEL_HOME} ${FOLDER}/home)
+# Relative, so that the settings hold the same paths wherever the tests run.
+set(ENV{ORMEL_HOME} home)
+string(REGEX REPLACE "scripts/([^/]*).script$" "data/\\1.inf" settings ${SCRIPT})
+if(EXISTS ${settings})
+  configure_file(${settings} ${FOLDER}/home/Settings.inf COPYONLY)
+endif()
 execute_process(
   COMMAND ${PROGRAM} --script ${SCRIPT} ${MODEL}
   WORKING_DIRECTORY ${FOLDER}

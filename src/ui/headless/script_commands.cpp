@@ -87,7 +87,7 @@ void Key(Context context, Words words) {
     return;
   }
   Control& control = ControlOf(window, name);
-  if (window.PressKey(key)) return;
+  if (control.Usable() && window.PressKey(key)) return;  // hidden ones too: the window has it
   Require(control.Key(key));
 }
 
