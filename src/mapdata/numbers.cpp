@@ -253,6 +253,12 @@ bool IsNumeric(std::string_view text) {
   return !shape.mantissa.empty() && shape.end == text.size();
 }
 
+bool IsInteger(std::string_view text) {
+  const double whole = IsNumeric(text) ? std::trunc(TextToNumber(text)) : HUGE_VAL;
+  return whole >= std::numeric_limits<std::int32_t>::min() &&
+         whole <= std::numeric_limits<std::int32_t>::max();
+}
+
 double HalfEvenRound(double value, int places) {
   const double power = PowerOfTen(std::max(places, 0));
   const double scaled = value * power;

@@ -29,6 +29,9 @@ double TextToNumber(std::string_view text);
 // Whether `text` is a number in its whole length: blanks may lead, nothing may follow.
 bool IsNumeric(std::string_view text);
 
+// Whether `text` is a number that can be cut to a whole one of 32 bits.
+bool IsInteger(std::string_view text);
+
 // `value` times 10^places to the nearest integer, ties to even, divided by 10^places. Negative
 // places count as 0. A value that is too large to be scaled is returned as it stands.
 double HalfEvenRound(double value, int places = 0);

@@ -39,6 +39,36 @@ std::string FolderPart(std::string_view path) {
   return std::string(path.substr(0, NameStart(path)));
 }
 
+void CleanFileName(std::string& text, bool fromStart) {
+  constexpr std::string_view kForbidden = "/:?*|<>\"";
+  for (std::size_t i = fromStart ? 0 : 2; i < text.size(); ++i) {
+    if (kForbidden.find(text[i]) != std::string_view::npos) text[i] = '_';
+  }
+}
+
+void BlanksToUnderscores(std::string& path) {
+  for (std::size_t i = NameStart(path); i < path.size(); ++i) {
+    if (path[i] == ' ') path[i] = '_';
+  }
+}
+
+std::string CsvDisplayName(std::string_view text) {
+  if (const std::size_t blank = text.find(' '); blank != std::string_view::npos) {
+    text.remove_prefix(blank + 1);
+    text = text.substr(0, text.find(' '));
+  }
+  const std::string name = RemoveExtension(text);
+  return name.find('.') == std::string::npos ? FileNamePart(name, true) : "filename";
+}
+
+std::string SiblingShapeName(std::string_view base, int group, int number) {
+  const auto padded = [](int value, std::size_t digits) {
+    const std::string text = std::to_string(value);
+    return text.size() < digits ? std::string(digits - text.size(), '0') + text : text;
+  };
+  return std::string(base) + "shp" + padded(group, 3) + padded(number, 5);
+}
+
 std::string JoinPath(std::string_view folder, std::string_view name) {
   std::string path(folder);
   if (!path.empty() && NameStart(path) != path.size()) path += '/';

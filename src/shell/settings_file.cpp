@@ -78,7 +78,7 @@ bool TakeConstraintColour(std::string_view text, Settings& settings) {
 }
 
 bool TakeDatum(std::string_view text, Settings& settings) {
-  const double number = IsNumeric(text) ? std::trunc(TextToNumber(text)) : 0;
+  const double number = IsInteger(text) ? std::trunc(TextToNumber(text)) : 0;
   settings.datum = number >= 1 && number <= kDatumCount ? static_cast<int>(number) : kDatumCount;
   return true;
 }
