@@ -1,15 +1,18 @@
 // `ormel`: the desktop program.
 
 #include <cstdio>
+#include <deque>
 #include <exception>
 #include <filesystem>
 #include <iostream>
+#include <optional>
 
 #include "app/command_line.h"
 #include "app/program.h"
 #include "app/script_run.h"
 #include "shell/main_window.h"
 #include "shell/program_folder.h"
+#include "shell/single_instance.h"
 #include "shell/start_up_picture.h"
 #include "shell/start_up_window.h"
 #include "ui/qt/qt_desktop.h"
@@ -54,11 +57,58 @@ void Greet(Program& program, ui::Desktop& desktop, const std::string& file) {
       }));
 }
 
+// Opens what other starts of the program hand over, one file after the other however long a person
+// takes to answer.
+class HandOvers {
+ public:
+  HandOvers(SingleInstance& instance, ui::Desktop& desktop, FrmMain& main)
+      : instance_(instance), desktop_(desktop), main_(main) {}
+
+  void Take() {
+    for (std::string& text : instance_.Receive()) waiting_.push_back(std::move(text));
+    if (taking_) return;
+    taking_ = true;
+    while (!waiting_.empty() && desktop_.IsOpen(main_)) {
+      const std::string text = std::move(waiting_.front());
+      waiting_.pop_front();
+      desktop_.Dispatch([&] {
+        main_.Wake();
+        main_.Receive(text);
+      });
+    }
+    taking_ = false;
+  }
+
+ private:
+  SingleInstance& instance_;
+  ui::Desktop& desktop_;
+  FrmMain& main_;
+  std::deque<std::string> waiting_;
+  bool taking_ = false;
+};
+
 int RunDesktop(ui::QtProgram& loop, ui::Screen& screen, const std::string& file) {
   ui::QtDesktop desktop(&screen);
+  const auto instance = SingleInstance::ClaimOrHandOver(ProgramFolder(), file);
+  if (instance.Ok() && instance.Value() == nullptr) {
+    if (file.empty()) desktop.Message("ORMEL is Already Running!");
+    return 0;
+  }
+  if (instance.Failed() && instance.Why().kind == FailureKind::kNotFound) {
+    desktop.Message(instance.Text());
+    return kFailed;
+  }
   Program program(desktop);
-  Greet(program, desktop, Absolute(file));
+  std::optional<HandOvers> handOvers;
+  if (instance.Ok()) {
+    handOvers.emplace(*instance.Value(), desktop, program.Main());
+    loop.WatchInput(instance.Value()->Descriptor(), [&handOvers] { handOvers->Take(); });
+  } else {
+    Complain("other starts cannot hand files over: " + instance.Text(), 0);
+  }
+  Greet(program, desktop, file);
   loop.Run(desktop);
+  loop.WatchNothing();
   return 0;
 }
 
@@ -75,7 +125,7 @@ int Main(int argc, char** argv) {
   ui::QtProgram program(argc, argv);
   ui::QtScreen screen(AssetsFolder() + "icons");
   if (!line.script.empty()) return RunScript(line.script, line.model, &screen);
-  return RunDesktop(program, screen, line.model);
+  return RunDesktop(program, screen, Absolute(line.model));
 }
 
 }  // namespace

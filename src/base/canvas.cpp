@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <cstring>
 #include <utility>
 
 namespace ormel {
@@ -13,8 +14,27 @@ constexpr std::size_t kBytesPerPixel = 3;
 // Far outside every canvas, and still far from the limits of int.
 constexpr double kFarAway = 1e8;
 
+// What is not a number lies far outside, too.
 int FloorToInt(double value) {
-  return static_cast<int>(std::floor(std::clamp(value, -kFarAway, kFarAway)));
+  return static_cast<int>(std::floor(std::min(kFarAway, std::max(-kFarAway, value))));
+}
+
+// For each of `count` pixels the one of `limit` pixels in which it begins, when `size` of them from
+// `start` on are stretched over all.
+std::vector<int> SourcePixels(int count, double start, double size, int limit) {
+  std::vector<int> pixels(static_cast<std::size_t>(count));
+  for (int i = 0; i < count; ++i) {
+    pixels[static_cast<std::size_t>(i)] =
+        std::clamp(FloorToInt(start + i * size / count), 0, limit - 1);
+  }
+  return pixels;
+}
+
+std::uint8_t* PutPixel(std::uint8_t* pixel, Colour colour) {
+  pixel[0] = Red(colour);
+  pixel[1] = Green(colour);
+  pixel[2] = Blue(colour);
+  return pixel + kBytesPerPixel;
 }
 
 // The pixels of a line: one in each column, or each row when it is steep, both ends included.
@@ -89,12 +109,19 @@ void Canvas::Clear(Colour colour) { FillPixels(0, 0, width_, height_, colour); }
 
 void Canvas::SetPixel(int x, int y, Colour colour) { FillPixels(x, y, x + 1, y + 1, colour); }
 
+const std::uint8_t* Canvas::RowBytes(int y) const {
+  return pixels_.data() +
+         static_cast<std::size_t>(y) * static_cast<std::size_t>(width_) * kBytesPerPixel;
+}
+
+std::uint8_t* Canvas::RowBytes(int y) {
+  return pixels_.data() +
+         static_cast<std::size_t>(y) * static_cast<std::size_t>(width_) * kBytesPerPixel;
+}
+
 Colour Canvas::Pixel(int x, int y) const {
   if (x < 0 || x >= width_ || y < 0 || y >= height_) return kWhite;
-  const std::uint8_t* pixel =
-      pixels_.data() + (static_cast<std::size_t>(y) * static_cast<std::size_t>(width_) +
-                        static_cast<std::size_t>(x)) *
-                           kBytesPerPixel;
+  const std::uint8_t* pixel = RowBytes(y) + static_cast<std::size_t>(x) * kBytesPerPixel;
   return Rgb(pixel[0], pixel[1], pixel[2]);
 }
 
@@ -104,15 +131,16 @@ void Canvas::FillPixels(int left, int top, int right, int bottom, Colour colour)
   right = std::min(right, width_);
   bottom = std::min(bottom, height_);
   for (int y = top; y < bottom; ++y) {
-    std::uint8_t* pixel =
-        pixels_.data() + (static_cast<std::size_t>(y) * static_cast<std::size_t>(width_) +
-                          static_cast<std::size_t>(left)) *
-                             kBytesPerPixel;
-    for (int x = left; x < right; ++x) {
-      *pixel++ = Red(colour);
-      *pixel++ = Green(colour);
-      *pixel++ = Blue(colour);
-    }
+    std::uint8_t* pixel = RowBytes(y) + static_cast<std::size_t>(left) * kBytesPerPixel;
+    for (int x = left; x < right; ++x) pixel = PutPixel(pixel, colour);
+  }
+}
+
+void Canvas::SetRow(int y, std::span<const Colour> colours) {
+  if (y < 0 || y >= height_) return;
+  std::uint8_t* pixel = RowBytes(y);
+  for (const Colour colour : colours.first(std::min(colours.size(), static_cast<std::size_t>(width_)))) {
+    pixel = PutPixel(pixel, colour);
   }
 }
 
@@ -143,12 +171,27 @@ void Canvas::FillBlock(double left, double top, double right, double bottom, Col
 }
 
 void Canvas::Stretch(const Canvas& source) {
-  if (source.Empty()) return;
+  StretchRegion(source, 0, 0, source.width_, source.height_);
+}
+
+void Canvas::StretchRegion(const Canvas& source, double left, double top, double width,
+                           double height) {
+  if (source.Empty() || Empty() || !(width > 0 && height > 0)) return;
+  const std::vector<int> columns = SourcePixels(width_, left, width, source.width_);
+  const std::vector<int> rows = SourcePixels(height_, top, height, source.height_);
+  const std::size_t rowBytes = static_cast<std::size_t>(width_) * kBytesPerPixel;
   for (int y = 0; y < height_; ++y) {
-    const int fromY = static_cast<int>(static_cast<long long>(y) * source.height_ / height_);
-    for (int x = 0; x < width_; ++x) {
-      const int fromX = static_cast<int>(static_cast<long long>(x) * source.width_ / width_);
-      SetPixel(x, y, source.Pixel(fromX, fromY));
+    const int row = rows[static_cast<std::size_t>(y)];
+    std::uint8_t* pixel = RowBytes(y);
+    // Enlarged cells are many equal rows high.
+    if (y > 0 && row == rows[static_cast<std::size_t>(y - 1)]) {
+      std::memcpy(pixel, RowBytes(y - 1), rowBytes);
+      continue;
+    }
+    const std::uint8_t* from = source.RowBytes(row);
+    for (const int column : columns) {
+      std::memcpy(pixel, from + static_cast<std::size_t>(column) * kBytesPerPixel, kBytesPerPixel);
+      pixel += kBytesPerPixel;
     }
   }
 }

@@ -38,6 +38,8 @@ class Canvas {
   Colour Pixel(int x, int y) const;
   // The pixels from (left, top) up to, not including, (right, bottom).
   void FillPixels(int left, int top, int right, int bottom, Colour colour);
+  // The pixels of row `y` from the left on, as many as there are colours.
+  void SetRow(int y, std::span<const Colour> colours);
 
   // Units of the scale.
   void Plot(double x, double y, Colour colour);
@@ -49,8 +51,14 @@ class Canvas {
 
   // `source` as large as this canvas, each pixel taken from the nearest one.
   void Stretch(const Canvas& source);
+  // The same with a part of `source`, in its pixels: a corner and a size, which may be fractions.
+  // What the part holds beyond the edges repeats the pixels at the edge. Nothing happens when a
+  // side is not above 0.
+  void StretchRegion(const Canvas& source, double left, double top, double width, double height);
 
  private:
+  std::uint8_t* RowBytes(int y);
+  const std::uint8_t* RowBytes(int y) const;
   double PixelX(double x) const { return (x - left_) * scaleX_; }
   double PixelY(double y) const { return (y - top_) * scaleY_; }
 

@@ -14,7 +14,7 @@ void SortNumericList(std::vector<std::string>& entries);
 // Whether `text`, without the blanks around it, is empty or one of the entries.
 bool InListOrBlank(std::string_view text, std::span<const std::string> entries);
 
-// Whether `text` is one of the constraints that were found when a directory was read.
+// Whether the path is one of those in a list of constraints.
 bool IsListedConstraint(std::string_view text, std::span<const std::string> constraints);
 
 }  // namespace ormel

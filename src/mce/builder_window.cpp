@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "base/progress_sink.h"
+#include "mapdata/list_text.h"
 #include "mapdata/palette.h"
 #include "mapdata/path_text.h"
 #include "mce/read_all_window.h"
@@ -306,8 +307,7 @@ void BuilderWindow::AddConstraint() {
                              app_.settings.workingDirectory, kAnyMap});
   if (!choice) return;
   MarkChanged();
-  const std::vector<std::string>& held = CFL.Items();
-  if (std::find(held.begin(), held.end(), choice->Path()) != held.end()) {
+  if (IsListedConstraint(choice->Path(), CFL.Items())) {
     app_.desktop.Message("Constraint Already Added");
     return;
   }
@@ -521,11 +521,9 @@ bool BuilderWindow::TakeReference(const DirectoryChoice& choice) {
 bool BuilderWindow::EnterReference(const DirectoryChoice& choice) {
   const Registration registration = Register(choice.reference, CheckMode::kFactorSilent);
   if (registration.result == Registration::Result::kRefused) return false;
-  const auto listed = [&registration](const std::vector<std::string>& paths) {
-    return std::find(paths.begin(), paths.end(), registration.path) != paths.end();
-  };
-  if (!registration.Accepted() || listed(CFL.Items())) return true;
-  if (listed(choice.constraints)) {
+  const std::vector<std::string>& held = CFL.Items();
+  if (!registration.Accepted() || IsListedConstraint(registration.path, held)) return true;
+  if (IsListedConstraint(registration.path, choice.constraints)) {
     CFL.Add(registration.path);
   } else {
     AddFactorRow(registration.path);
@@ -543,8 +541,7 @@ bool BuilderWindow::TakeListed(const DirectoryChoice& choice) {
   }
   for (std::string path : choice.constraints) {
     RepairPath(path);
-    const std::vector<std::string>& held = CFL.Items();
-    if (std::find(held.begin(), held.end(), path) != held.end()) continue;
+    if (IsListedConstraint(path, CFL.Items())) continue;
     // That it is a constraint was found out when the directory was sorted.
     const Registration registration = Register(path, CheckMode::kUnlistedSilent);
     if (registration.Accepted()) CFL.Add(registration.path);

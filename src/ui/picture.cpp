@@ -4,6 +4,18 @@ namespace ormel::ui {
 
 void Picture::SetImage(Canvas canvas) {
   canvas_ = std::move(canvas);
+  paint_ = {};
+  Changed();
+}
+
+void Picture::SetPainter(int width, int height, Painter paint) {
+  canvas_ = Canvas(width, height);
+  paint_ = std::move(paint);
+  Repaint();
+}
+
+void Picture::Repaint() {
+  if (paint_) paint_(canvas_);
   Changed();
 }
 
@@ -26,6 +38,22 @@ Outcome<> Picture::Mouse(const MouseEvent& event) {
     Fire([this, event] { onMouse(event); });
   }
   return Done{};
+}
+
+Outcome<> Picture::Wheel(const WheelEvent& event) {
+  Outcome<> can = CanAct();
+  if (can.Ok() && onWheel) {
+    Fire([this, event] { onWheel(event); });
+  }
+  return can;
+}
+
+Outcome<> Picture::MiddleButton(const MouseEvent& event) {
+  Outcome<> can = CanAct();
+  if (can.Ok() && onMiddleButton) {
+    Fire([this, event] { onMiddleButton(event); });
+  }
+  return can;
 }
 
 std::string Picture::Printed() const {

@@ -4,6 +4,7 @@
 #include <QClipboard>
 #include <QMessageBox>
 #include <QProcess>
+#include <QSocketNotifier>
 #include <QStandardPaths>
 #include <QStyle>
 #include <QStyleFactory>
@@ -37,6 +38,7 @@ class SafeApplication final : public QApplication {
 struct QtProgram::Application {
   Application(int& argc, char** argv) : qt(argc, argv) {}
   SafeApplication qt;
+  std::unique_ptr<QSocketNotifier> input;
 };
 
 QtProgram::QtProgram(int& argc, char** argv)
@@ -55,6 +57,14 @@ void QtProgram::Run(const Desktop& desktop) {
 }
 
 void QtProgram::Quit() { QApplication::quit(); }
+
+void QtProgram::WatchInput(int descriptor, Handler ready) {
+  application_->input = std::make_unique<QSocketNotifier>(descriptor, QSocketNotifier::Read);
+  QObject::connect(application_->input.get(), &QSocketNotifier::activated,
+                   [run = std::move(ready)] { run(); });
+}
+
+void QtProgram::WatchNothing() { application_->input.reset(); }
 
 QtDesktop::QtDesktop(Screen* screen) : Desktop(screen), services_(std::make_unique<Services>()) {}
 

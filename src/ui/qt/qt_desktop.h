@@ -27,6 +27,10 @@ class QtProgram {
   void Run(const Desktop& desktop);
   void Quit();
 
+  // Calls `ready` whenever the descriptor can be read, until WatchNothing(). At most one.
+  void WatchInput(int descriptor, Handler ready);
+  void WatchNothing();
+
  private:
   struct Application;
   std::unique_ptr<Application> application_;

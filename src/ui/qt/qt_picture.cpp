@@ -4,6 +4,7 @@
 #include <QPainter>
 #include <algorithm>
 #include <cmath>
+#include <utility>
 #include <vector>
 
 #include "ui/qt/qt_text.h"
@@ -77,8 +78,9 @@ PictureWidget::PictureWidget(QWidget* parent) : QWidget(parent) {
   SetStripHeight(0);
 }
 
-void PictureWidget::SetCanvas(const Canvas* canvas) {
+void PictureWidget::SetCanvas(const Canvas* canvas, Picture::Painter paint) {
   canvas_ = canvas;
+  paint_ = std::move(paint);
   scaled_ = {};
   if (sizeHint() != lastHint_) updateGeometry();
   lastHint_ = sizeHint();
@@ -126,8 +128,14 @@ QSize PictureWidget::minimumSizeHint() const {
 }
 
 const QImage& PictureWidget::Scaled(QSize size) {
-  if (scaled_.size() != size) scaled_ = ScalePicture(*canvas_, size);
+  if (scaled_.size() != size) scaled_ = paint_ ? Painted(size) : ScalePicture(*canvas_, size);
   return scaled_;
+}
+
+QImage PictureWidget::Painted(QSize size) const {
+  Canvas canvas(size.width(), size.height());
+  paint_(canvas);
+  return ViewOf(canvas).convertToFormat(QImage::Format_RGB32);
 }
 
 void PictureWidget::paintEvent(QPaintEvent* /*event*/) {

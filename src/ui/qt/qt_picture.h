@@ -6,6 +6,7 @@
 #include <QWidget>
 
 #include "base/canvas.h"
+#include "ui/picture.h"
 
 namespace ormel::ui {
 
@@ -13,8 +14,9 @@ class PictureWidget final : public QWidget {
  public:
   explicit PictureWidget(QWidget* parent);
 
-  // `canvas` outlives the widget, or the next call. Null: nothing to show.
-  void SetCanvas(const Canvas* canvas);
+  // `canvas` outlives the widget, or the next call. Null: nothing to show. With `paint` the picture
+  // is painted in the widget's own pixels instead; the canvas gives its proportions.
+  void SetCanvas(const Canvas* canvas, Picture::Painter paint = {});
   // 0: in its own proportions; else across the whole width, that many pixels high.
   void SetStripHeight(int height);
 
@@ -31,8 +33,10 @@ class PictureWidget final : public QWidget {
 
  private:
   const QImage& Scaled(QSize size);
+  QImage Painted(QSize size) const;
 
   const Canvas* canvas_ = nullptr;
+  Picture::Painter paint_;
   int stripHeight_ = 0;
   QImage scaled_;  // as it was last painted
   QSize lastHint_;

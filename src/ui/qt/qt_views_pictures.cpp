@@ -1,6 +1,7 @@
 // Pictures: what a person does on them arrives in pixels of the canvas.
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QWheelEvent>
 
 #include "ui/picture.h"
 #include "ui/qt/qt_picture.h"
@@ -17,7 +18,7 @@ class PictureView final : public ViewOfKind<Picture, PictureWidget> {
  private:
   void Show() override {
     The().SetStripHeight(TheControl().StripHeight());
-    The().SetCanvas(&TheControl().Image());
+    The().SetCanvas(&TheControl().Image(), TheControl().Paint());
     const bool takesKeys = TheControl().onKey || TheControl().onClick;
     The().setFocusPolicy(takesKeys ? Qt::StrongFocus : Qt::NoFocus);
   }
@@ -33,6 +34,10 @@ class PictureView final : public ViewOfKind<Picture, PictureWidget> {
         return Press(static_cast<QMouseEvent&>(*event));
       case QEvent::MouseMove:
         return Move(static_cast<QMouseEvent&>(*event));
+      case QEvent::Wheel:
+        if (!TheControl().onWheel) break;
+        Turn(static_cast<QWheelEvent&>(*event));
+        return true;
       case QEvent::KeyPress:
         if (PressedByKey(static_cast<QKeyEvent&>(*event))) return true;
         break;
@@ -47,8 +52,35 @@ class PictureView final : public ViewOfKind<Picture, PictureWidget> {
     Tell([&](Picture& picture) { return picture.Mouse({action, place.x(), place.y()}); });
   }
 
+  void Turn(const QWheelEvent& event) {
+    constexpr double kNotch = 120;
+    const QPointF place = The().ToCanvas(event.position());
+    if (!The().Covered().contains(event.position()) || event.angleDelta().y() == 0) return;
+    Tell([&](Picture& picture) {
+      return picture.Wheel({place.x(), place.y(), event.angleDelta().y() / kNotch});
+    });
+  }
+
+  void SendMiddle(MouseAction action, const QMouseEvent& event) {
+    const QPointF place = The().ToCanvas(event.position());
+    Tell([&](Picture& picture) { return picture.MiddleButton({action, place.x(), place.y()}); });
+  }
+
+  bool PressMiddle(const QMouseEvent& event) {
+    const bool wasPressed = middlePressed_;
+    const bool isPress = event.type() != QEvent::MouseButtonRelease;
+    middlePressed_ = isPress && The().Covered().contains(event.position());
+    if (wasPressed || middlePressed_) {
+      SendMiddle(isPress ? MouseAction::kDown : MouseAction::kUp, event);
+    }
+    return true;
+  }
+
   // A press beside the picture is none; a release belongs to its press, wherever it happens.
   bool Press(const QMouseEvent& event) {
+    if (event.button() == Qt::MiddleButton && TheControl().onMiddleButton) {
+      return PressMiddle(event);
+    }
     if (event.button() != Qt::LeftButton) return false;
     const bool inside = The().Covered().contains(event.position());
     if (event.type() == QEvent::MouseButtonRelease) {
@@ -65,6 +97,7 @@ class PictureView final : public ViewOfKind<Picture, PictureWidget> {
   }
 
   bool Move(const QMouseEvent& event) {
+    if (middlePressed_) SendMiddle(MouseAction::kMove, event);
     if (pressed_ || The().Covered().contains(event.position())) Send(MouseAction::kMove, event);
     return false;
   }
@@ -78,6 +111,7 @@ class PictureView final : public ViewOfKind<Picture, PictureWidget> {
   }
 
   bool pressed_ = false;
+  bool middlePressed_ = false;
 };
 
 }  // namespace
