@@ -119,7 +119,7 @@ void QtWindow::ShowFirst(QWidget* owner, bool modal) {
     resize(room.width(), sizeHint().height());
   } else {
     resize(FittingSize());
-    const auto* bar = qobject_cast<QtWindow*>(owner);
+    const auto* bar = dynamic_cast<const QtWindow*>(owner);
     if (bar != nullptr && bar->IsBar() && !modal) move(bar->geometry().bottomLeft());
   }
   if (window_->Bare()) move(screen()->availableGeometry().center() - rect().center());
