@@ -228,6 +228,7 @@ QWidget* QtWindow::WidgetOf(Control& control) {
   const auto known = views_.find(&control);
   View* view = known != views_.end() ? known->second : MakeView(*this, control, page_);
   view->SetPlaced(true);
+  if (known == views_.end()) view->Sync();  // the layout goes by its size and its wishes
   return view->Widget();
 }
 
