@@ -2,10 +2,12 @@
 
 #include <QApplication>
 #include <QBuffer>
+#include <QIcon>
 #include <QPixmap>
 #include <unordered_map>
 
 #include "base/file_writer.h"
+#include "ui/qt/qt_text.h"
 #include "ui/qt/qt_windows.h"
 
 namespace ormel::ui {
@@ -22,6 +24,7 @@ struct QtScreen::Windows {
 
 QtScreen::QtScreen(std::string iconFolder) : windows_(std::make_unique<Windows>()) {
   windows_->iconFolder = std::move(iconFolder);
+  QApplication::setWindowIcon(QIcon(ToQt(windows_->iconFolder + "/ormel.svg")));
 }
 
 QtScreen::~QtScreen() {

@@ -120,7 +120,7 @@ void QtWindow::ShowFirst(QWidget* owner, bool modal) {
   } else {
     resize(FittingSize());
     const auto* bar = dynamic_cast<const QtWindow*>(owner);
-    if (bar != nullptr && bar->IsBar() && !modal) move(bar->geometry().bottomLeft());
+    if (bar != nullptr && bar->IsBar() && !modal) move(bar->frameGeometry().bottomLeft());
   }
   if (window_->Bare()) move(screen()->availableGeometry().center() - rect().center());
   ownSize_ = size();
