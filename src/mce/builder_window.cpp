@@ -1,13 +1,11 @@
 #include "mce/builder_window.h"
 
 #include <algorithm>
-#include <cctype>
 #include <filesystem>
 #include <utility>
 
 #include "base/progress_sink.h"
 #include "mapdata/list_text.h"
-#include "mapdata/palette.h"
 #include "mapdata/path_text.h"
 #include "mce/read_all_window.h"
 #include "ui/run.h"
@@ -16,19 +14,7 @@
 namespace ormel {
 namespace {
 
-constexpr int kRowsShown = 3;
 constexpr char kAnyMap[] = "*.asc";
-constexpr char kDefaultPaletteName[] = "Default";
-
-constexpr char kPaletteMissing[] =
-    "The palette file you specified does not exist! Please choose another.";
-constexpr char kPaletteCorrupt[] = "The specified palette file is corrupt! Please choose another.";
-
-std::string LowerCase(std::string text) {
-  std::transform(text.begin(), text.end(), text.begin(),
-                 [](unsigned char letter) { return static_cast<char>(std::tolower(letter)); });
-  return text;
-}
 
 bool Exists(const std::string& path) {
   std::error_code error;
@@ -58,6 +44,7 @@ std::vector<ui::MenuSpec> Joined(std::vector<ui::MenuSpec> first,
 BuilderWindow::BuilderWindow(AppContext& app, const std::string& name, std::string extension,
                              std::vector<ui::MenuSpec> tools)
     : Window(name, "Build a Model"),
+      palette(*this, app),
       menu(*this, {{"mFile",
                     "&File",
                     "",
@@ -77,39 +64,34 @@ BuilderWindow::BuilderWindow(AppContext& app, const std::string& name, std::stri
                             {"mFilter", "Set Filter", "", [this] { AskFilter(); }, {}}})}}),
       app_(app),
       extension_(std::move(extension)) {
-  for (ui::FileList* list : {&filelist, &filelistt}) list->SetVisible(false);
-  filelist.SetFolder(app.settings.workingDirectory);
-  PicPP.SetStripHeight(kColourScaleHeight);
+  rows.SetRoot(app.settings.workingDirectory);
   cmdOk.SetDefault();
   cmdOk.SetToolTip("Read the maps and go on to the suitability map");
   cmdReadAll.SetToolTip("Take the maps of a whole folder");
   cmdDelFac.SetToolTip("Remove the factors that are checked");
-  fchng.SetToolTip("Add or remove a factor at the end");
   DCC.SetToolTip("Colour of cells that a constraint forbids; click to change it");
-  txtPal.SetToolTip("Palette of the pictures: a file, or Default");
   ConnectHandlers();
 }
 
 void BuilderWindow::Begin() {
   app_.session.Begin(*this);
   DCC.SetColour(app_.settings.constraintColor);
-  txtPal.SetText(kDefaultPaletteName);
-  ShowPalette();
   SetRowCount(1);
 }
 
 void BuilderWindow::ConnectHandlers() {
   const auto changed = [this] { MarkChanged(); };
   txtTitle.onChange = changed;
-  fchng.onChange = [this] { SpinRows(); };
-  FScrl.onChange = [this] { LayOut(); };
+  rows.fchng.onChange = [this] { SpinRows(); };
+  rows.onLayout = [this] { LayOut(); };
+  rows.onBrowse = [this](int row) { PickFactor(row); };
+  rows.onChoose = [this](int row) { ChooseFromList(row); };
   cmdReadAll.onClick = [this] { ReadAll(); };
   cmdDelFac.onClick = [this] { DeleteChecked(); };
   CmdSrchC.onClick = [this] { AddConstraint(); };
   CmdRemoveC.onClick = [this] { RemoveConstraints(); };
   DCC.onClick = [this] { PickConstraintColour(); };
-  txtPal.onChange = [this] { TypePalette(); };
-  cmdLP.onClick = [this] { PickPalette(); };
+  palette.onChange = changed;
   cmdLoad.onClick = [this] { LoadModel(""); };
   cmdSave.onClick = [this] { cmdSave_Click(); };
   cmdClear.onClick = [this] { AskAndClear(); };
@@ -121,35 +103,18 @@ void BuilderWindow::ConnectHandlers() {
 // ---- Layout
 // ---------------------------------------------------------------------------------------
 
-ui::LayoutItem BuilderWindow::FactorArea() {
-  std::vector<ui::LayoutItem> headings{"", "Map", ""};
-  for (ui::LayoutItem& heading : RowHeadings()) headings.push_back(std::move(heading));
-  ui::Table table{};
-  table.items.push_back(ui::Row{});
-  table.items.back().items = std::move(headings);
-  const int first = FScrl.Value() + 1;
-  for (int row = first; row < first + kRowsShown && row <= RowCount(); ++row) {
-    std::vector<ui::LayoutItem> cells{FCkBox(row), ui::Share(3, FList(row)), FileOpen(row)};
-    for (ui::LayoutItem& cell : RowCells(row)) cells.push_back(std::move(cell));
-    table.items.push_back(ui::Row{});
-    table.items.back().items = std::move(cells);
-  }
-  return ui::Row{ui::Share(1, ui::Column{table, ui::Stretch{}}), FScrl};
-}
-
 void BuilderWindow::LayOut() {
-  ui::Row tools{"Factors:", lblfnum, fchng, ui::Stretch{}};
+  ui::Row tools{"Factors:", rows.lblfnum, rows.fchng, ui::Stretch{}};
   for (ui::LayoutItem& tool : RowTools()) tools.items.push_back(std::move(tool));
   tools.items.push_back(cmdReadAll);
   tools.items.push_back(cmdDelFac);
   SetLayout(ui::Column{
-      ui::Row{"&Title:", txtTitle}, tools, FactorArea(),
-      ui::Share(
-          1,
-          ui::Row{
-              ui::Share(3, ui::Frame{"Constraints", CFL,
-                                     ui::Row{CmdSrchC, CmdRemoveC, ui::Stretch{}, "Colour:", DCC}}),
-              ui::Share(2, ui::Frame{"Palette", ui::Row{txtPal, cmdLP}, PicPP, ui::Stretch{}})}),
+      ui::Row{"&Title:", txtTitle}, tools, rows.Area(),
+      ui::Share(1, ui::Row{ui::Share(3, ui::Frame{"Constraints", CFL,
+                                                  ui::Row{CmdSrchC, CmdRemoveC, ui::Stretch{},
+                                                          "Colour:", DCC}}),
+                           ui::Share(2, ui::Frame{"Palette", ui::Row{palette.txtPal, palette.cmdLP},
+                                                  palette.PicPP, ui::Stretch{}})}),
       ui::Row{cmdLoad, cmdSave, cmdClear, ui::Stretch{}, cmdOk, cmdClose}});
 }
 
@@ -157,92 +122,29 @@ void BuilderWindow::LayOut() {
 // -----------------------------------------------------------------------------------------
 
 void BuilderWindow::SetRowCount(int count) {
-  const int before = RowCount();
-  FCkBox.Resize(count);
-  FList.Resize(count);
-  FileOpen.Resize(count);
-  ResizeRows(count);
-  FactorFolders_.resize(std::max(FactorFolders_.size(), static_cast<std::size_t>(count)));
-  for (int row = before + 1; row <= count; ++row) StartRow(row);
-  lblfnum.SetCaption(std::to_string(count));
-  fchng.SetValue(count);
-  FScrl.SetEnabled(count > kRowsShown);
-  FScrl.SetRange(0, std::max(0, count - kRowsShown));
-  if (count > before) FScrl.SetValue(FScrl.Maximum());
+  rows.SetCount(count);
   if (count == 0 && CFL.Count() == 0) reference_.Clear();
-  LayOut();
-}
-
-void BuilderWindow::StartRow(int row) {
-  FactorFolders_[static_cast<std::size_t>(row - 1)] = JoinPath(filelist.Folder(), "");
-  FCkBox(row).SetCaption(std::to_string(row));
-  FCkBox(row).SetToolTip("Check it to delete this factor");
-  FileOpen(row).SetCaption("...");
-  FileOpen(row).SetToolTip("Look for the map");
-  FList(row).SetItems(FilesOf(filelist.Folder()));
-  FList(row).onSelect = [this, row] { ChooseFromList(row); };
-  FileOpen(row).onClick = [this, row] { PickFactor(row); };
-  SetRowDefaults(row);
-}
-
-void BuilderWindow::DeleteRows(const std::vector<bool>& marked) {
-  int kept = 0;
-  for (int row = 1; row <= RowCount(); ++row) {
-    FCkBox(row).SetChecked(false);
-    if (marked[static_cast<std::size_t>(row - 1)] || ++kept == row) continue;
-    FList(kept).SetItems(FList(row).Items());
-    FList(kept).SetText(FList(row).Text());
-    FactorFolders_[static_cast<std::size_t>(kept - 1)] = FactorFolder(row);
-    CopyRow(row, kept);
-  }
-  if (kept == RowCount()) return;
-  SetRowCount(kept);
-  if (kept == 0) SetRowCount(1);
 }
 
 void BuilderWindow::DeleteChecked() {
-  std::vector<bool> marked;
-  for (const auto& box : FCkBox) marked.push_back(box->Checked());
+  const std::vector<bool> marked = rows.Checked();
   if (std::find(marked.begin(), marked.end(), true) == marked.end()) return;
   DeleteRows(marked);
   MarkChanged();
 }
 
+void BuilderWindow::DeleteRows(const std::vector<bool>& marked) {
+  const bool all = std::find(marked.begin(), marked.end(), false) == marked.end();
+  rows.Delete(marked);
+  if (all && CFL.Count() == 0) reference_.Clear();
+}
+
 void BuilderWindow::SpinRows() {
-  for (int row = fchng.Value() + 1; row <= RowCount(); ++row) {
-    if (!IsFree(row)) MarkChanged();  // a free row is no part of the model
+  const int count = rows.fchng.Value();
+  for (int row = count + 1; row <= rows.Count(); ++row) {
+    if (!rows.IsFree(row)) MarkChanged();  // a free row is no part of the model
   }
-  SetRowCount(fchng.Value());
-}
-
-std::vector<std::string> BuilderWindow::FilesOf(const std::string& folder) {
-  if (filelistt.Folder() != folder) filelistt.SetFolder(folder);
-  return filelistt.Items();
-}
-
-void BuilderWindow::RefillLists() {
-  filelistt.Reread();
-  for (int row = 1; row <= RowCount(); ++row) {
-    std::string& folder = FactorFolders_[static_cast<std::size_t>(row - 1)];
-    if (IsFree(row)) folder = JoinPath(filelist.Folder(), "");
-    FList(row).SetItems(FilesOf(IsFree(row) ? filelist.Folder() : folder));
-  }
-}
-
-std::string BuilderWindow::RowPath(int row) const {
-  return IsFree(row) ? "" : JoinPath(FactorFolder(row), FList(row).Text());
-}
-
-void BuilderWindow::PutFile(int row, const std::string& path) {
-  const std::string folder = FolderPart(path);
-  FactorFolders_[static_cast<std::size_t>(row - 1)] = folder;
-  FList(row).SetItems(FilesOf(folder));
-  FList(row).SetText(FileNamePart(path, true));
-}
-
-void BuilderWindow::AddFactorRow(const std::string& path) {
-  SetRowCount(RowCount() + 1);
-  PutFile(RowCount(), path);
+  SetRowCount(count);
 }
 
 // ---- Maps that join
@@ -250,7 +152,7 @@ void BuilderWindow::AddFactorRow(const std::string& path) {
 
 LoadedData BuilderWindow::Loaded() const {
   LoadedData loaded;
-  for (int row = 1; row <= RowCount(); ++row) loaded.factors.push_back(RowPath(row));
+  for (int row = 1; row <= rows.Count(); ++row) loaded.factors.push_back(rows.Path(row));
   loaded.constraints = CFL.Items();
   return loaded;
 }
@@ -274,14 +176,14 @@ Registration BuilderWindow::Register(const std::string& path, CheckMode mode, in
 bool BuilderWindow::TakeFactor(int row, const std::string& path) {
   const Registration registration = Register(path, CheckMode::kFactor, row);
   if (!registration.Accepted()) return false;
-  PutFile(row, registration.path);
+  rows.PutFile(row, registration.path);
   MarkChanged();
-  if (!IsFree(RowCount())) SetRowCount(RowCount() + 1);
+  if (!rows.IsFree(rows.Count())) SetRowCount(rows.Count() + 1);
   return true;
 }
 
 void BuilderWindow::PickFactor(int row) {
-  const std::string& pattern = filelist.Pattern();
+  const std::string& pattern = rows.Pattern();
   const auto choice = app_.desktop.OpenFile(
       {"Load Factor", pattern + "|" + pattern, "", app_.settings.workingDirectory, kAnyMap});
   if (choice) TakeFactor(row, choice->Path());
@@ -289,15 +191,15 @@ void BuilderWindow::PickFactor(int row) {
 
 void BuilderWindow::ChooseFromList(int row) {
   MarkChanged();
-  const std::string path = JoinPath(FactorFolder(row), FList(row).Text());
-  if (!Register(path, CheckMode::kFactor, row).Accepted()) FList(row).SetText("");
+  const std::string path = JoinPath(rows.Folder(row), rows.FList(row).Text());
+  if (!Register(path, CheckMode::kFactor, row).Accepted()) rows.FList(row).SetText("");
 }
 
 // Each file of a drop takes the first free row.
 void BuilderWindow::DropFactor(const std::string& path) {
   int row = 1;
-  while (row <= RowCount() && !IsFree(row)) ++row;
-  if (row > RowCount()) SetRowCount(row);
+  while (row <= rows.Count() && !rows.IsFree(row)) ++row;
+  if (row > rows.Count()) SetRowCount(row);
   TakeFactor(row, path);
 }
 
@@ -330,32 +232,6 @@ void BuilderWindow::RemoveConstraints() {
 // ---- The rest of the form
 // -------------------------------------------------------------------------
 
-void BuilderWindow::ShowPalette() {
-  const std::string path = palettePath_.empty() ? app_.settings.defaultPalette : palettePath_;
-  Palette palette;
-  const bool good = CheckPaletteFile(path) == "GOOD" && ReadPalette(path, palette).Ok();
-  PicPP.SetImage(good ? ColourScale(palette) : Canvas());
-}
-
-void BuilderWindow::TypePalette() {
-  const std::string& text = txtPal.Text();
-  palettePath_ = LowerCase(text) == "default" ? "" : text;
-  MarkChanged();
-  ShowPalette();
-}
-
-void BuilderWindow::PickPalette() {
-  const auto choice = app_.desktop.OpenFile({"Select Palette", "Palette Files (.ptf)|*.ptf", "",
-                                             PaletteFolder(app_.settings.programFolder), "*.ptf"});
-  if (!choice) return;
-  if (!Exists(choice->Path())) return app_.desktop.Message(kPaletteMissing);
-  if (CheckPaletteFile(choice->Path()) == "BAD") return app_.desktop.Message(kPaletteCorrupt);
-  palettePath_ = choice->Path();
-  txtPal.SetText(FileNamePart(palettePath_, true));
-  MarkChanged();
-  ShowPalette();
-}
-
 void BuilderWindow::PickConstraintColour() {
   const auto colour = app_.desktop.PickColour("Select New Constraint Color", DCC.Value());
   if (!colour) return;
@@ -365,21 +241,20 @@ void BuilderWindow::PickConstraintColour() {
 
 void BuilderWindow::AskFilter() {
   const auto pattern =
-      app_.desktop.Prompt("New Filter (Comma Delineated):", ui::kProgramTitle, filelist.Pattern());
+      app_.desktop.Prompt("New Filter (Comma Delineated):", ui::kProgramTitle, rows.Pattern());
   if (!pattern || pattern->empty()) return;
-  for (ui::FileList* list : {&filelist, &filelistt}) list->SetPattern(*pattern);
+  rows.SetPattern(*pattern);
   MarkChanged();
-  RefillLists();
+  rows.Refill();
 }
 
 void BuilderWindow::AskRoot() {
-  const auto folder =
-      app_.desktop.Prompt("New Root Directory:", ui::kProgramTitle, filelist.Folder());
+  const auto folder = app_.desktop.Prompt("New Root Directory:", ui::kProgramTitle, rows.Root());
   if (!folder || folder->empty()) return;
   if (!IsFolder(*folder)) return app_.desktop.Message("The Specified Path Does Not Exist");
-  filelist.SetFolder(*folder);
+  rows.SetRoot(*folder);
   MarkChanged();
-  RefillLists();
+  rows.Refill();
 }
 
 void BuilderWindow::ClearForm() {
@@ -403,10 +278,10 @@ void BuilderWindow::AskAndClear() {
 
 ModelText BuilderWindow::CurrentModel() const {
   ModelText model;
-  model.root = WithoutSeparator(filelist.Folder());
-  model.pattern = filelist.Pattern();
-  for (int row = 1; row <= RowCount(); ++row) {
-    if (!IsFree(row)) model.factors.push_back({RowPath(row), RowFields(row)});
+  model.root = WithoutSeparator(rows.Root());
+  model.pattern = rows.Pattern();
+  for (int row = 1; row <= rows.Count(); ++row) {
+    if (!rows.IsFree(row)) model.factors.push_back({rows.Path(row), RowFields(row)});
   }
   model.constraints = CFL.Items();
   model.title = txtTitle.Text();
@@ -457,22 +332,22 @@ void BuilderWindow::LoadModel(std::string path) {
 // Rows and constraints that are refused are left out; a message has told so.
 void BuilderWindow::TakeModel(const ModelText& model) {
   ClearForm();
-  filelist.SetFolder(model.root);
-  for (ui::FileList* list : {&filelist, &filelistt}) list->SetPattern(model.pattern);
+  rows.SetRoot(model.root);
+  rows.SetPattern(model.pattern);
   for (const ModelTextFactor& factor : model.factors) {
-    AddFactorRow(factor.path);
-    const int row = RowCount();
+    rows.Add(factor.path);
+    const int row = rows.Count();
     SetRowFields(row, factor.fields);
-    if (IsFree(row)) continue;
-    if (!Register(RowPath(row), CheckMode::kFactor, row).Accepted()) SetRowCount(row - 1);
+    if (rows.IsFree(row)) continue;
+    if (!Register(rows.Path(row), CheckMode::kFactor, row).Accepted()) SetRowCount(row - 1);
   }
   for (const std::string& constraint : model.constraints) {
     const Registration registration = Register(constraint, CheckMode::kConstraint);
     if (registration.Accepted()) CFL.Add(registration.path);
   }
   txtTitle.SetText(model.title);
-  if (RowCount() == 0) SetRowCount(1);
-  FScrl.SetValue(0);
+  if (rows.Count() == 0) SetRowCount(1);
+  rows.ShowFirst();
   LayOut();
   changed_ = false;
 }
@@ -481,8 +356,7 @@ void BuilderWindow::TakeModel(const ModelText& model) {
 // ----------------------------------------------------------------------------
 
 void BuilderWindow::ReadAll() {
-  FrmRA window(app_.desktop, filelist.Folder(),
-               [this](const DirectoryChoice& choice) { RA(choice); });
+  FrmRA window(app_.desktop, rows.Root(), [this](const DirectoryChoice& choice) { RA(choice); });
   app_.desktop.ShowModal(window, this);
 }
 
@@ -493,7 +367,7 @@ void BuilderWindow::RA(const DirectoryChoice& choice) {
     uniform = TakeListed(choice);
     MarkChanged();
   }
-  if (RowCount() == 0) SetRowCount(1);
+  if (rows.Count() == 0) SetRowCount(1);
   if (uniform) return;
   app_.desktop.Message(
       "Some of the data in the specified directory was not uniform. Such data was excluded.");
@@ -526,7 +400,7 @@ bool BuilderWindow::EnterReference(const DirectoryChoice& choice) {
   if (IsListedConstraint(registration.path, choice.constraints)) {
     CFL.Add(registration.path);
   } else {
-    AddFactorRow(registration.path);
+    rows.Add(registration.path);
   }
   return true;
 }
@@ -536,7 +410,7 @@ bool BuilderWindow::TakeListed(const DirectoryChoice& choice) {
   bool uniform = true;
   for (const std::string& path : choice.factors) {
     const Registration registration = Register(path, CheckMode::kFactorSilent);
-    if (registration.Accepted()) AddFactorRow(registration.path);
+    if (registration.Accepted()) rows.Add(registration.path);
     if (registration.result == Registration::Result::kRefused) uniform = false;
   }
   for (std::string path : choice.constraints) {
@@ -553,34 +427,17 @@ bool BuilderWindow::TakeListed(const DirectoryChoice& choice) {
 // ---- On to the viewer, and the end
 // ----------------------------------------------------------------
 
-bool BuilderWindow::PaletteUsable() {
-  const bool isDefault = palettePath_.empty();
-  const std::string& path = isDefault ? app_.settings.defaultPalette : palettePath_;
-  const bool exists = Exists(path);
-  if (exists && CheckPaletteFile(path) != "BAD") return true;
-  if (isDefault) {
-    app_.desktop.Message(exists
-                             ? "The default palette file is corrupt. Please choose another."
-                             : "The default palette file no longer exists. Please choose another.",
-                         "Bad Default Palette");
-  } else {
-    app_.desktop.Message(exists ? kPaletteCorrupt : kPaletteMissing);
-  }
-  return false;
-}
-
 void BuilderWindow::Accept() {
-  if (!PaletteUsable()) return;
-  std::vector<bool> free;
-  for (int row = 1; row <= RowCount(); ++row) free.push_back(IsFree(row));
+  if (!palette.Usable()) return;
+  const std::vector<bool> free = rows.Free();
   if (std::find(free.begin(), free.end(), false) == free.end()) {
-    for (const auto& box : FCkBox) box->SetChecked(false);
+    for (const auto& box : rows.FCkBox) box->SetChecked(false);
     app_.desktop.Message("You Must Enter at Least One Factor!");
     return;
   }
   DeleteRows(free);
-  for (int row = 1; row <= RowCount(); ++row) {
-    if (!Exists(RowPath(row))) return app_.desktop.Message(RowPath(row) + " Does Not Exist!");
+  for (int row = 1; row <= rows.Count(); ++row) {
+    if (!Exists(rows.Path(row))) return app_.desktop.Message(rows.Path(row) + " Does Not Exist!");
   }
   OpenViewer();
 }

@@ -10,6 +10,8 @@
 
 #include "mapdata/app_context.h"
 #include "mapdata/factor_set.h"
+#include "mapdata/palette_choice_window.h"
+#include "mce/factor_rows_window.h"
 #include "mce/model_session.h"
 #include "mce/model_text.h"
 #include "ui/desktop.h"
@@ -19,7 +21,7 @@ namespace ormel {
 
 struct DirectoryChoice;
 
-class BuilderWindow : public ui::Window, public RunningModel {
+class BuilderWindow : public ui::Window, public RunningModel, protected FactorRowKind {
  public:
   // Saves the model: into the session's file when that says so, else into one that is asked for.
   void cmdSave_Click() override;
@@ -31,29 +33,19 @@ class BuilderWindow : public ui::Window, public RunningModel {
   void OnClosed() override;
 
   ui::TextBox txtTitle{*this, "txtTitle"};
-  ui::Label lblfnum{*this, "lblfnum"};
-  ui::SpinButton fchng{*this, "fchng", 0, 32767};
+  FactorRows rows{*this, *this};
   ui::Button cmdReadAll{*this, "cmdReadAll", "Read All From Directory"};
   ui::Button cmdDelFac{*this, "cmdDelFac", "Delete Checked"};
-  ui::ControlArray<ui::CheckBox> FCkBox{*this, "FCkBox"};
-  ui::ControlArray<ui::ComboBox> FList{*this, "FList"};
-  ui::ControlArray<ui::Button> FileOpen{*this, "FileOpen"};
-  ui::ScrollBar FScrl{*this, "FScrl"};
   ui::ListBox CFL{*this, "CFL", ui::ListBox::Choice::kMultiple};
   ui::Button CmdSrchC{*this, "CmdSrchC", "&Add..."};
   ui::Button CmdRemoveC{*this, "CmdRemoveC", "Remove"};
   ui::ColourSwatch DCC{*this, "DCC"};
-  ui::TextBox txtPal{*this, "txtPal"};
-  ui::Button cmdLP{*this, "cmdLP", "&Browse..."};
-  ui::Picture PicPP{*this, "PicPP"};
+  PaletteChoice palette;
   ui::Button cmdLoad{*this, "cmdLoad", "&Load"};
   ui::Button cmdSave{*this, "cmdSave", "&Save"};
   ui::Button cmdClear{*this, "cmdClear", "&Clear"};
   ui::Button cmdOk{*this, "cmdOk", "OK"};
   ui::Button cmdClose{*this, "cmdClose", "E&xit"};
-  // Root folder and filter of new rows, and the files of the folder that was looked at last.
-  ui::FileList filelist{*this, "filelist", ui::ListBox::Choice::kSingle, "*.asc"};
-  ui::FileList filelistt{*this, "filelistt", ui::ListBox::Choice::kSingle, "*.asc"};
   ui::MenuBar menu;
 
  protected:
@@ -64,12 +56,7 @@ class BuilderWindow : public ui::Window, public RunningModel {
   // The end of every builder's constructor: one empty row, and the model runs.
   void Begin();
 
-  // ---- What the kinds of builders add. Rows count from 1. ----
-  virtual void ResizeRows(int count) = 0;
-  virtual void SetRowDefaults(int row) = 0;
-  virtual void CopyRow(int from, int to) = 0;
-  virtual std::vector<ui::LayoutItem> RowHeadings() const = 0;
-  virtual std::vector<ui::LayoutItem> RowCells(int row) = 0;
+  // ---- What the kinds of builders add, besides what stands in their rows. ----
   // Buttons that act on all rows.
   virtual std::vector<ui::LayoutItem> RowTools() = 0;
   // The fields of a factor in the model file.
@@ -78,11 +65,6 @@ class BuilderWindow : public ui::Window, public RunningModel {
   // Every row has a file that exists. Ends with ShowViewer(), or without a viewer.
   virtual void OpenViewer() = 0;
 
-  int RowCount() const { return FList.Count(); }
-  std::string FactorFolder(int row) const {
-    return FactorFolders_[static_cast<std::size_t>(row - 1)];
-  }
-  std::string PaletteName() const { return palettePath_.empty() ? "default" : palettePath_; }
   void MarkChanged() { changed_ = true; }
   void LoadModel(std::string path);
 
@@ -104,21 +86,10 @@ class BuilderWindow : public ui::Window, public RunningModel {
  private:
   void ConnectHandlers();
   void LayOut();
-  ui::LayoutItem FactorArea();
-
-  // Rows.
   void SetRowCount(int count);
-  void StartRow(int row);
   void DeleteRows(const std::vector<bool>& marked);
   void DeleteChecked();
   void SpinRows();
-  std::vector<std::string> FilesOf(const std::string& folder);
-  void RefillLists();
-  std::string RowPath(int row) const;
-  bool IsFree(int row) const { return FList(row).Text().empty(); }
-  void PutFile(int row, const std::string& path);
-  void AddFactorRow(const std::string& path);
-
   // Maps that join.
   LoadedData Loaded() const;
   Registration Register(const std::string& path, CheckMode mode, int row = 0);
@@ -130,9 +101,6 @@ class BuilderWindow : public ui::Window, public RunningModel {
   void RemoveConstraints();
 
   // The rest of the form.
-  void ShowPalette();
-  void PickPalette();
-  void TypePalette();
   void PickConstraintColour();
   void AskFilter();
   void AskRoot();
@@ -151,15 +119,12 @@ class BuilderWindow : public ui::Window, public RunningModel {
   bool EnterReference(const DirectoryChoice& choice);
   bool TakeListed(const DirectoryChoice& choice);
 
-  bool PaletteUsable();
   void Accept();
   void ReturnFromViewer();
 
   const std::string extension_;
-  std::vector<std::string> FactorFolders_;  // of row 1 first; grows with the rows, never shrinks
   ReferenceHeader reference_;
-  std::string palettePath_;  // empty: the default palette
-  bool changed_ = false;     // since the model was saved
+  bool changed_ = false;  // since the model was saved
   ui::Window* viewer_ = nullptr;
 };
 

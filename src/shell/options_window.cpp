@@ -1,6 +1,7 @@
 #include "shell/options_window.h"
 
 #include "mapdata/palette.h"
+#include "mapdata/palette_choice_window.h"
 #include "mapdata/path_text.h"
 #include "shell/program_folder.h"
 #include "ui/desktop.h"
@@ -108,9 +109,7 @@ void FrmOptions::ShowDecimals(int places) {
 void FrmOptions::ShowPalette(const std::string& path) {
   palettePath_ = path;
   txtPal.SetText(FileNamePart(path, true));
-  Palette palette;
-  const bool good = CheckPaletteFile(path) == "GOOD" && ReadPalette(path, palette).Ok();
-  PicPP.SetImage(good ? ColourScale(palette) : Canvas());
+  ShowPalettePreview(PicPP, path);
 }
 
 Settings FrmOptions::Draft() const {

@@ -33,12 +33,6 @@ constexpr char kBitmapFilter[] = "Bitmap (.bmp)|*.bmp";
 constexpr char kPaletteFilter[] = "Palette Files (.ptf)|*.ptf";
 constexpr int kBitmapChosen = 2;  // entry of the export filter
 
-bool MeansDefault(std::string palette) {
-  std::transform(palette.begin(), palette.end(), palette.begin(),
-                 [](unsigned char letter) { return static_cast<char>(std::tolower(letter)); });
-  return palette == "default";
-}
-
 // Factor pictures are numbered like the factors. The composite's number is taken, so that the
 // pictures of very large models go round it.
 int PictureNumber(int factor) { return factor < kCompositeNumber ? factor : factor + 1; }
@@ -113,7 +107,7 @@ void FrmDraw::LayOut() {
 
 Outcome<> FrmDraw::Start(ProgressSink& progress) {
   const std::string palettePath =
-      MeansDefault(model_.palette) ? app_.settings.defaultPalette : model_.palette;
+      model_.palette.empty() ? app_.settings.defaultPalette : model_.palette;
   Palette palette;
   const Outcome<int> colours = ReadPalette(palettePath, palette);
   if (!colours.Ok()) return colours.Stop();

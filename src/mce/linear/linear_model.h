@@ -22,7 +22,7 @@ struct LinearModel {
   std::vector<LinearFactor> factors;
   std::vector<std::string> constraints;  // full paths
   std::string title;
-  std::string palette = "default";  // a path, or "default" in any case: that of the settings
+  std::string palette;  // a path; empty: that of the settings
 };
 
 }  // namespace ormel

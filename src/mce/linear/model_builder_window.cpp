@@ -152,14 +152,14 @@ void FrmBuild::ScaleWeights() {
 }
 
 void FrmBuild::DeriveWeights() {
-  if (RowCount() < kFewestFactorsToCompare) {
+  if (rows.Count() < kFewestFactorsToCompare) {
     app_.desktop.Message("You must have at least three factors!");
     return;
   }
   std::vector<std::string> names;
   std::vector<std::string> weights;
-  for (int row = 1; row <= RowCount(); ++row) {
-    names.push_back(FList(row).Text());
+  for (int row = 1; row <= rows.Count(); ++row) {
+    names.push_back(rows.FList(row).Text());
     weights.push_back(ScrlVal(row).Text());
   }
   FrmEigen comparison(app_.desktop, names, weights, app_.settings.decimalPlaces,
@@ -175,13 +175,13 @@ void FrmBuild::DeriveWeights() {
 
 LinearModel FrmBuild::Model() const {
   LinearModel model;
-  for (int row = 1; row <= RowCount(); ++row) {
-    model.factors.push_back({FactorFolder(row), FList(row).Text(), WeightOf(ScrlVal(row).Text()),
-                             OptValHigh(row).Chosen()});
+  for (int row = 1; row <= rows.Count(); ++row) {
+    model.factors.push_back({rows.Folder(row), rows.FList(row).Text(),
+                             WeightOf(ScrlVal(row).Text()), OptValHigh(row).Chosen()});
   }
   model.constraints = CFL.Items();
   model.title = txtTitle.Text();
-  model.palette = PaletteName();
+  model.palette = palette.Path();
   return model;
 }
 
