@@ -139,7 +139,8 @@ void Canvas::FillPixels(int left, int top, int right, int bottom, Colour colour)
 void Canvas::SetRow(int y, std::span<const Colour> colours) {
   if (y < 0 || y >= height_) return;
   std::uint8_t* pixel = RowBytes(y);
-  for (const Colour colour : colours.first(std::min(colours.size(), static_cast<std::size_t>(width_)))) {
+  for (const Colour colour :
+       colours.first(std::min(colours.size(), static_cast<std::size_t>(width_)))) {
     pixel = PutPixel(pixel, colour);
   }
 }

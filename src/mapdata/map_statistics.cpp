@@ -113,8 +113,7 @@ Outcome<MapDistribution> DistributionOf(const MapToCount& map, const MapStatsRec
     ++distribution.histogram[static_cast<std::size_t>(category)];
   });
   if (!counted.Ok()) return counted.Stop();
-  distribution.standardDeviation =
-      std::sqrt(squares / static_cast<double>(figures.cellCount));
+  distribution.standardDeviation = std::sqrt(squares / static_cast<double>(figures.cellCount));
   return distribution;
 }
 

@@ -7,6 +7,7 @@
 #include "shell/about_window.h"
 #include "shell/file_opening.h"
 #include "ui/desktop.h"
+#include "viewer/map_view_window.h"
 
 namespace ormel {
 namespace {
@@ -58,12 +59,18 @@ std::vector<ui::MenuSpec> FrmMain::Menus() {
         {"mSaveMCE", "&Save", "Ctrl+S", Run(&FrmMain::mSaveMCE), {}},
         {"mSaveAsMCE", "Save As", "", Run(&FrmMain::mSaveAsMCE), {}},
         {"mClose", "Close", "", Run(&FrmMain::mClose), {}}}},
+      {"mViewer",
+       "&Viewer",
+       "",
+       {},
+       {{"mNewView", "New View", "Ctrl+N", Run(&FrmMain::mNewView), {}}}},
       {"mHelp", "&Help", "", {}, {{"mAbout", "About ORMEL", "", Run(&FrmMain::mAbout), {}}}}};
 }
 
 // Buttons are known by fixed numbers, whichever of them there are.
 std::vector<ui::ToolSpec> FrmMain::Tools() {
-  return {{7, "Model Builder", "model-builder.svg", [this] { StartFromToolbar(builder_); },
+  return {{1, "Viewer", "viewer.svg", Run(&FrmMain::mNewView), {}},
+          {7, "Model Builder", "model-builder.svg", [this] { StartFromToolbar(builder_); },
            BuilderMenu()}};
 }
 
@@ -128,6 +135,13 @@ bool FrmMain::QueryClose() {
   return alone;
 }
 
+// ---- Viewers
+// --------------------------------------------------------------------------------------
+
+FrmView& FrmMain::NewView() { return app_.desktop.Show(std::make_unique<FrmView>(app_), this); }
+
+void FrmMain::mNewView() { NewView(); }
+
 // ---- Files from outside
 // ---------------------------------------------------------------------------
 
@@ -136,7 +150,10 @@ void FrmMain::OpenFileByExtension(const std::string& text) {
     const char* extension;
     void (FrmMain::*open)(const std::string& path);
   };
-  static constexpr Opener kOpeners[] = {{"mif", &FrmMain::OpenLinearModel}};
+  static constexpr Opener kOpeners[] = {{"mif", &FrmMain::OpenLinearModel},
+                                        {"asc", &FrmMain::OpenMap},
+                                        {"grd", &FrmMain::OpenMap},
+                                        {"txt", &FrmMain::OpenMap}};
   const FileToOpen file = ReadFileText(text);
   for (const Opener& opener : kOpeners) {
     if (file.extension == opener.extension) return (this->*opener.open)(file.path);
@@ -150,6 +167,8 @@ void FrmMain::OpenLinearModel(const std::string& path) {
   if (app_.session.Running() == before) return;
   if (auto* builder = dynamic_cast<FrmBuild*>(app_.session.Running())) builder->loadmif(path);
 }
+
+void FrmMain::OpenMap(const std::string& path) { (void)NewView().OpenMapFile(path); }
 
 // The empty message is what tells a person that a file comes from outside.
 void FrmMain::mReceive() {

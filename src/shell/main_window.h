@@ -11,6 +11,7 @@
 
 namespace ormel {
 
+class FrmView;
 class RunningModel;
 
 class FrmMain final : public ui::Window {
@@ -68,6 +69,10 @@ class FrmMain final : public ui::Window {
   void mClose();
   void mAbout();
 
+  void mNewView();
+
+  FrmView& NewView();
+  void OpenMap(const std::string& path);
   void TextReceived();
   void OpenLinearModel(const std::string& path);
 

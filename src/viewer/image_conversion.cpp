@@ -70,10 +70,12 @@ Outcome<> ConvertImage(const ImageConversion& job, ProgressSink& progress) {
   const int rows = RowsOf(job, cellsize);
   Outcome<FileWriter> file = FileWriter::Open(job.target);
   if (!file.Ok()) return file.Stop();
-  file.Value().Write(HeaderText(
-      HeaderStyle::kWide14,
-      {NumberText(static_cast<double>(columns)), NumberText(static_cast<double>(rows)),
-       NumberText(job.lowerLeft.x), NumberText(job.lowerLeft.y), NumberText(cellsize), {}}));
+  file.Value().Write(HeaderText(HeaderStyle::kWide14, {NumberText(static_cast<double>(columns)),
+                                                       NumberText(static_cast<double>(rows)),
+                                                       NumberText(job.lowerLeft.x),
+                                                       NumberText(job.lowerLeft.y),
+                                                       NumberText(cellsize),
+                                                       {}}));
   RowText text;
   for (int row = 0; row < rows; ++row) {
     const auto y = static_cast<int>(static_cast<long long>(row) * job.image.Height() / rows);

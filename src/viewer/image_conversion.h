@@ -32,8 +32,8 @@ struct ImageConversion {
   std::string target;
 };
 
-// The cell size is that of the columns. An old file is replaced only by the finished one. Refuses an
-// empty image, and corners that do not lie to the right and above each other.
+// The cell size is that of the columns. An old file is replaced only by the finished one. Refuses
+// an empty image, and corners that do not lie to the right and above each other.
 [[nodiscard]] Outcome<> ConvertImage(const ImageConversion& job, ProgressSink& progress);
 
 }  // namespace ormel

@@ -38,7 +38,7 @@ std::string LengthText(double metres, LengthUnits units) {
 
 std::string AreaText(double hectares, LengthUnits units) {
   if (units == LengthUnits::kMetres) return Text(hectares, " ha");
-  return Text(hectares * kSquareMetresPerHectare * kFeetPerMetre * kFeetPerMetre, " ft^2");
+  return Text(hectares * kSquareMetresPerHectare * (kFeetPerMetre * kFeetPerMetre), " ft^2");
 }
 
 }  // namespace ormel

@@ -41,9 +41,9 @@ Outcome<> WriteRows(const RegionExport& job, const RegionCells& region, TokenRea
   RowText text;
   for (double row = 1; row <= job.specs.nrows; ++row) {
     if (reader.ReadNumbers(cells) < cells.size()) {
-      return Failure{FailureKind::kDamaged,
-                     reader.Error().empty() ? job.source + ": ends in row " + NumberText(row)
-                                            : reader.Error()};
+      return Failure{FailureKind::kDamaged, reader.Error().empty()
+                                                ? job.source + ": ends in row " + NumberText(row)
+                                                : reader.Error()};
     }
     if (row > region.startRow && row <= region.startRow + region.newRows) {
       for (const double cell : kept) text.Add(cell);

@@ -45,23 +45,22 @@ int Side(double pixels) { return std::max(static_cast<int>(std::lround(pixels)),
 }  // namespace
 
 void PaintView(Canvas& canvas, const MapPicture& picture, const ViewSpecs& specs,
-               const ViewOverlay& overlay) {
+               const std::vector<MapPoint>& measured, const std::optional<RubberBand>& band) {
   const ViewRegion& view = picture.view;
   const Canvas& image = picture.image;
   canvas.StretchRegion(image, view.x1 * image.Width(), view.y1 * image.Height(),
                        view.ZW * image.Width(), view.ZH * image.Height());
   canvas.SetScale(view.x1, view.y1, view.x1 + view.ZW, view.y1 + view.ZH);
-  for (std::size_t i = 1; i < overlay.measured.size(); ++i) {
-    DrawLine(canvas, FractionAt(specs, overlay.measured[i - 1]),
-             FractionAt(specs, overlay.measured[i]));
+  for (std::size_t i = 1; i < measured.size(); ++i) {
+    DrawLine(canvas, FractionAt(specs, measured[i - 1]), FractionAt(specs, measured[i]));
   }
-  for (const MapPoint& point : overlay.measured) {
+  for (const MapPoint& point : measured) {
     DrawSpot(canvas, view, FractionAt(specs, point), kLineColour);
   }
   for (const Mark& mark : picture.marks) {
     DrawSpot(canvas, view, FractionAt(specs, mark.place), mark.colour);
   }
-  if (overlay.band) DrawBand(canvas, *overlay.band);
+  if (band) DrawBand(canvas, *band);
 }
 
 PictureSize PictureSizeOf(const ViewSpecs& specs) {

@@ -16,17 +16,13 @@ struct RubberBand {
   MapFraction to;
 };
 
-struct ViewOverlay {
-  std::vector<MapPoint> measured;  // joined by a line
-  std::optional<RubberBand> band;
-};
-
-// Fills a canvas of whatever size, in the map's proportions or not.
+// Fills a canvas of whatever size, in the map's proportions or not. The `measured` points are
+// joined by a line.
 void PaintView(Canvas& canvas, const MapPicture& picture, const ViewSpecs& specs,
-               const ViewOverlay& overlay);
+               const std::vector<MapPoint>& measured, const std::optional<RubberBand>& band);
 
-// The size of a picture in its own pixels: the map's proportions in 600 by 450, with whole blocks of
-// pixels for the cells of a small map. No side is so short that it could not be pointed at.
+// The size of a picture in its own pixels: the map's proportions in 600 by 450, with whole blocks
+// of pixels for the cells of a small map. No side is so short that it could not be pointed at.
 struct PictureSize {
   int width = 0;
   int height = 0;

@@ -15,7 +15,10 @@ constexpr double kNearlyWhole = 1 - 1e-12;
 constexpr double kPanStep = 0.1;
 constexpr double kPanGrowth = 1.5;
 
-double Bounded(double start, double size) { return std::min(std::max(start, 0.0), 1 - size); }
+double Bounded(double start, double size) {
+  if (size == 1) return 0;
+  return start + size > 1 ? 1 - size : std::max(start, 0.0);
+}
 
 // How far one key press goes along a side of that size.
 double PanDistance(double size, double cells) {

@@ -26,8 +26,8 @@ inline constexpr double kZoomInFactor = 0.8;
 inline constexpr double kZoomOutFactor = 1.25;
 
 // The view with `factor` times the width and height (below 1: nearer), around its middle. A view
-// that would be wider than the map becomes the whole map; zooming in ends where a thousand-millionth
-// of the map fills the view.
+// that would be wider than the map becomes the whole map; zooming in ends where a
+// thousand-millionth of the map fills the view.
 ViewRegion ZoomBy(ViewRegion view, double factor);
 // The same around another place, a fraction of the view: what lies there stays there, unless the
 // edge of the map is in the way.
@@ -42,9 +42,9 @@ ViewRegion MovedBy(ViewRegion view, double dx, double dy);
 // The view of the same size with that place in the middle, as far as the map reaches.
 ViewRegion CentredOn(ViewRegion view, MapFraction place);
 
-// The view of a box drawn between two corners, in any order. The shorter side is widened to the same
-// fraction of the map as the longer one, around the middle of the box, so that cells keep their
-// shape. A box without width or height leaves `view` as it is.
+// The view of a box drawn between two corners, in any order. The shorter side is widened to the
+// same fraction of the map as the longer one, around the middle of the box, so that cells keep
+// their shape. A box without width or height leaves `view` as it is.
 ViewRegion ZoomedToBox(ViewRegion view, MapFraction a, MapFraction b);
 
 // `view` as far as it can be shown: sides from a thousand-millionth to 1, inside the map. What is

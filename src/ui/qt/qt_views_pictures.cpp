@@ -13,7 +13,9 @@ namespace {
 class PictureView final : public ViewOfKind<Picture, PictureWidget> {
  public:
   PictureView(QtWindow& window, Picture& control, QWidget* parent)
-      : ViewOfKind(window, control, new PictureWidget(parent)) {}
+      : ViewOfKind(window, control, new PictureWidget(parent)) {
+    The().SetStripHeight(control.StripHeight());  // the layout asks before the first Show()
+  }
 
  private:
   void Show() override {

@@ -1,0 +1,88 @@
+#include "mce/nonlinear/graph_csv.h"
+
+#include <algorithm>
+#include <limits>
+#include <string>
+#include <string_view>
+
+#include "base/file_writer.h"
+#include "mapdata/numbers.h"
+#include "mapdata/token_reader.h"
+
+namespace ormel {
+namespace {
+
+constexpr int kLimitPlaces = 3;
+
+std::string_view Bare(std::string_view item) {
+  while (!item.empty() && IsBlank(item.front())) item.remove_prefix(1);
+  while (!item.empty() && IsBlank(item.back())) item.remove_suffix(1);
+  const bool quoted = item.size() >= 2 && item.front() == '"' && item.back() == '"';
+  return quoted ? item.substr(1, item.size() - 2) : item;
+}
+
+void AddNumbers(std::string_view line, std::vector<double>& numbers) {
+  while (true) {
+    const std::size_t comma = line.find(',');
+    const std::string_view item = Bare(line.substr(0, comma));
+    if (IsNumeric(item)) numbers.push_back(TextToNumber(item));
+    if (comma == std::string_view::npos) return;
+    line.remove_prefix(comma + 1);
+  }
+}
+
+// Points between two values have always been kept in single precision.
+double ThroughSingle(double value) {
+  constexpr double kLargest = std::numeric_limits<float>::max();
+  return static_cast<double>(static_cast<float>(std::clamp(value, -kLargest, kLargest)));
+}
+
+// Point `i` of `n` when `values` are spread over all of them.
+double SpreadValue(std::span<const double> values, int i, int n) {
+  const double place =
+      1 + static_cast<double>(i - 1) * (static_cast<double>(values.size()) - 1) / (n - 1);
+  const double floor = std::floor(place);
+  const double* value = values.data() + static_cast<std::size_t>(floor) - 1;
+  if (place == floor) return *value;
+  return ThroughSingle(*value + (place - floor) * (value[1] - *value));
+}
+
+}  // namespace
+
+Outcome<std::vector<double>> ReadCsvNumbers(const std::filesystem::path& path) {
+  Outcome<TokenReader> file = TokenReader::Open(path);
+  if (!file.Ok()) return file.Stop();
+  std::vector<double> numbers;
+  std::string line;
+  while (file.Value().ReadLine(line)) AddNumbers(line, numbers);
+  if (!file.Value().Error().empty()) return Failure{FailureKind::kDisk, file.Value().Error()};
+  return numbers;
+}
+
+void FillPoints(WeightGraph& graph, std::span<const double> values, CsvFill fill) {
+  const int n = graph.pointCount;
+  const bool spread = fill == CsvFill::kInterpolate;
+  const int filled = spread ? n : static_cast<int>(std::min<std::size_t>(values.size(), n));
+  double top = values[0];
+  double bottom = values[0];
+  for (int i = 1; i <= filled; ++i) {
+    const double value =
+        spread ? SpreadValue(values, i, n) : values[static_cast<std::size_t>(i - 1)];
+    graph.Point(i) = value;
+    top = std::max(top, value);
+    bottom = std::min(bottom, value);
+  }
+  graph.topValue = HalfEvenRound(top, kLimitPlaces);
+  graph.bottomValue = HalfEvenRound(bottom, kLimitPlaces);
+}
+
+Outcome<> WriteCsvPoints(const std::filesystem::path& path, const WeightGraph& graph) {
+  std::string line;
+  for (int i = 1; i <= graph.pointCount; ++i) {
+    if (i > 1) line += ", ";
+    line += NumberText(graph.Point(i));
+  }
+  return WriteFile(path, line + "\r\n");
+}
+
+}  // namespace ormel

@@ -1,0 +1,364 @@
+#include "viewer/map_view_window.h"
+
+#include <new>
+#include <utility>
+
+#include "mapdata/map_statistics.h"
+#include "mapdata/numbers.h"
+#include "mapdata/path_text.h"
+#include "ui/desktop.h"
+#include "ui/run.h"
+#include "ui/save_dialog.h"
+#include "viewer/image_conversion.h"
+#include "viewer/region_export.h"
+
+namespace ormel {
+namespace {
+
+constexpr char kCaption[] = "Map Viewer";
+constexpr char kRasterFilter[] = "ASCII Raster (.asc, .grd)|*.asc;*.grd";
+constexpr char kExportFilter[] = "ASCII Raster Data File (.asc)|*.asc";
+constexpr char kPaletteFilter[] = "Palette Files (.ptf)|*.ptf";
+constexpr char kRefused[] =
+    "This Map is Corrupt or Does Not Conform to the Existing Map Specifications! Please Choose "
+    "Another.";
+constexpr char kRefusedTitle[] = "Error Loading Map!";
+constexpr char kConvertTitle[] = "Convert to Raster Data";
+
+// Panels of the status strip.
+constexpr int kPanelDone = 4;
+
+// Shows how far a command is in the last panel, too.
+class PanelProgress final : public ProgressSink {
+ public:
+  PanelProgress(ui::Window& window, ui::StatusStrip& strip) : run_(window), strip_(strip) {}
+
+  bool Report(double percent) override {
+    strip_.SetText(kPanelDone, NumberText(HalfEvenRound(percent, 1)) + "%");
+    return run_.Report(percent);
+  }
+
+  // The command is over: its failure is told. True when it is done.
+  template <class T>
+  bool Finish(const Outcome<T>& outcome) {
+    strip_.SetText(kPanelDone, outcome.Ok() ? "Done" : "Stopped");
+    return run_.Report(outcome);
+  }
+
+ private:
+  ui::Run run_;
+  ui::StatusStrip& strip_;
+};
+
+std::string OptionalText(const std::optional<double>& value) {
+  return value ? NumberText(*value) : std::string();
+}
+
+}  // namespace
+
+FrmView::FrmView(AppContext& app) : Window("frmView", kCaption), app_(app) {
+  const char* const texts[] = {"X:", "Y:", "Value:", "Done:"};
+  for (int panel = 1; panel <= sbView.Count(); ++panel) sbView.SetText(panel, texts[panel - 1]);
+  tools_.onChange = [this] { ShowState(); };
+  onDrop = [this](const std::string& path) { OpenMapFile(path); };
+  PicturesChanged();
+}
+
+// ---- Menu and toolbar ---------------------------------------------------------------------------
+
+std::vector<ui::MenuSpec> FrmView::Menus() {
+  using ui::MenuSpec;
+  const auto close = [this] { app_.desktop.Close(*this); };
+  const auto open = [this] {
+    AddByDialog("Select Map to Add", "*.asc;*.grd", Place::kInsteadOfAll);
+  };
+  const auto insert = [this] { AddByDialog("Select Map", "*.asc", Place::kBehindOthers); };
+  return {{"",
+           "&File",
+           "",
+           {},
+           {{"mOpen", "&Open", "Ctrl+O", open, {}},
+            {"mInsert", "&Insert Another", "Ctrl+I", insert, {}},
+            MenuSpec::Separator(),
+            {"mExpCur",
+             "Export Current Region as New Map",
+             "Ctrl+E",
+             [this] { ExportCurrentRegion(); },
+             {}},
+            {"mConvertASC", kConvertTitle, "", [this] { ConvertToRaster(); }, {}},
+            MenuSpec::Separator(),
+            {"mClose", "Close", "Ctrl+W", close, {}},
+            {"mCloseSelected", "Close Selected", "", [this] { CloseSelected(); }, {}},
+            {"mCloseAll", "Close All", "", [this] { CloseAll(); }, {}},
+            MenuSpec::Separator(),
+            {"mExit", "&Exit", "", close, {}}}},
+          {"",
+           "&View",
+           "",
+           {},
+           {{"mHome", "Whole Map", "", [this] { ShowWholeMap(); }, {}},
+            {"mZoomIn", "Zoom In", "", Zoom(kZoomInFactor), {}},
+            {"mZoomOut", "Zoom Out", "", Zoom(kZoomOutFactor), {}},
+            {"mZoomBox", "Zoom Box", "", Take(MouseTool::kZoomBox), {}},
+            {"mCenter", "Center View/Pan", "", Take(MouseTool::kCenter), {}},
+            MenuSpec::Separator(),
+            {"mAutoZoom", "Auto-Zoom All", "", [this] { LockZoom(!LockedZoom()); }, {}},
+            MenuSpec::Separator(),
+            {"mChngPal", "Change Palette", "Ctrl+P", [this] { ChangePalette(); }, {}}}},
+          {"",
+           "&Tools",
+           "",
+           {},
+           {{"mMetric", "Metric Tool", "Ctrl+M", [this] { tools_.StartMeasuring(); }, {}},
+            {"mMapStats", "Map Statistics", "", [this] { ShowStatistics(); }, {}}}}};
+}
+
+std::vector<ui::ToolSpec> FrmView::Tools() {
+  return {{1, "Whole Map", "zoom-whole.svg", [this] { ShowWholeMap(); }, {}},
+          {2, "Zoom In", "zoom-in.svg", Zoom(kZoomInFactor), {}},
+          {3, "Zoom Out", "zoom-out.svg", Zoom(kZoomOutFactor), {}},
+          {4, "Zoom Box", "zoom-box.svg", Take(MouseTool::kZoomBox), {}},
+          {5, "Center", "center.svg", Take(MouseTool::kCenter), {}},
+          {6, "Measure", "measure.svg", [this] { tools_.StartMeasuring(); }, {}}};
+}
+
+ui::Handler FrmView::Zoom(double factor) {
+  return [this, factor] { SetView(view_.Selected(), ZoomBy(Selected().view, factor)); };
+}
+
+ui::Handler FrmView::Take(MouseTool tool) {
+  return [this, tool] { tools_.Take(tool); };
+}
+
+// Which commands can be used, and which tool is in use.
+void FrmView::ShowState() {
+  const bool any = view_.NumPictures() > 0;
+  const bool isMap = any && !Selected().isImage;
+  const struct {
+    const char* entry;
+    bool enabled;
+  } states[] = {{"mInsert", !view_.IsFull()},
+                {"mCloseSelected", any},
+                {"mCloseAll", any},
+                {"mHome", any},
+                {"mZoomIn", any},
+                {"mZoomOut", any},
+                {"mZoomBox", any},
+                {"mCenter", any},
+                {"mAutoZoom", any},
+                {"mMetric", any},
+                {"mChngPal", isMap},
+                {"mExpCur", isMap},
+                {"mMapStats", isMap},
+                {"mConvertASC", any && !isMap}};
+  for (const auto& [entry, enabled] : states) menu[entry].SetEnabled(enabled);
+  for (const auto& button : tbView.Buttons()) button->SetEnabled(any);
+  SetCaption(any ? std::string(kCaption) + " - " + FileNamePart(Selected().path, true) : kCaption);
+  menu["mCenter"].SetChecked(tools_.Pending() == MouseTool::kCenter);
+  menu["mZoomBox"].SetChecked(tools_.Pending() == MouseTool::kZoomBox);
+  menu["mMetric"].SetChecked(tools_.Measuring());
+  menu["mAutoZoom"].SetChecked(view_.LockedZoom());
+}
+
+// ---- Loading ------------------------------------------------------------------------------------
+
+void FrmView::AddByDialog(const std::string& title, const std::string& pattern, Place place) {
+  while (true) {
+    const auto choice =
+        app_.desktop.OpenFile({title, kRasterFilter, "", app_.settings.workingDirectory, pattern});
+    if (!choice || LoadMap(choice->Path(), place) != Loading::kRefused) return;
+    if (app_.desktop.Ask(kRefused, kRefusedTitle, ui::Buttons::kOkCancel) != ui::Answer::kOk) {
+      return;
+    }
+  }
+}
+
+bool FrmView::OpenMapFile(const std::string& path) {
+  if (view_.IsFull()) {
+    app_.desktop.Message("This viewer shows four maps already; close one of them first.");
+    return false;
+  }
+  const Loading loading = LoadMap(path, Place::kBehindOthers);
+  if (loading == Loading::kRefused) app_.desktop.Message(kRefused, kRefusedTitle);
+  return loading == Loading::kDone;
+}
+
+// The maps on show stay until the new one is complete.
+FrmView::Loading FrmView::LoadMap(const std::string& path, Place place) {
+  const auto wanted = place == Place::kBehindOthers ? view_.Specs() : std::nullopt;
+  Outcome<MapValues> read = Cancelled{};
+  {
+    PanelProgress progress(*this, sbView);
+    read = ReadMapValues(path, wanted, progress);
+    sbView.SetText(kPanelDone, read.Ok() ? "Done" : read.Failed() ? read.Text() : "Stopped");
+  }
+  if (!read.Ok()) return read.Failed() ? Loading::kRefused : Loading::kStopped;
+  MapValues& map = read.Value();
+  const std::optional<Viewing> viewing = AskViewing(map.range.isScaled);
+  if (!viewing) return Loading::kStopped;
+  if (!map.fault.empty()) {
+    sbView.SetText(kPanelDone, FileNamePart(path, true) + ": " + map.fault);
+    return Loading::kRefused;
+  }
+  MapPicture picture;
+  picture.path = path;
+  picture.cells = std::move(map.cells);
+  picture.specs = {map.range.min, map.range.max, map.nodata};
+  if (viewing == Viewing::kScaledVersion && map.range.min == map.range.max) ++picture.specs.Max;
+  picture.viewing = *viewing;
+  picture.palette = DefaultPalette();
+  if (!Draw(picture)) return Loading::kRefused;
+  if (place == Place::kInsteadOfAll) CloseAll();
+  view_.Add(std::move(picture), map.specs);
+  PicturesChanged();
+  FocusOn(panes_.picMap(view_.Selected()));
+  return Loading::kDone;
+}
+
+std::optional<Viewing> FrmView::AskViewing(bool isScaled) {
+  if (isScaled) return Viewing::kScaledMap;
+  switch (app_.desktop.Ask("This Map is not Scaled! Would you like to view a scaled version?",
+                           "Unscaled Map!", ui::Buttons::kYesNoCancel)) {
+    case ui::Answer::kYes:
+      return Viewing::kScaledVersion;
+    case ui::Answer::kNo:
+      return Viewing::kAsItStands;
+    default:
+      return std::nullopt;
+  }
+}
+
+Palette FrmView::DefaultPalette() {
+  const std::string& path = app_.settings.defaultPalette;
+  Palette palette;
+  if (CheckPaletteFile(path) == "GOOD" && ReadPalette(path, palette).Ok()) return palette;
+  app_.desktop.Message("The default palette " + path +
+                       " cannot be used; the map is shown in greys.");
+  return GreyPalette();
+}
+
+bool FrmView::Draw(MapPicture& picture) {
+  PanelProgress progress(*this, sbView);
+  try {
+    DrawPicture(picture, app_.settings.constraintColor, progress);
+  } catch (const std::bad_alloc&) {
+    sbView.SetText(kPanelDone, "The map does not fit into the memory of this machine.");
+    return false;
+  }
+  sbView.SetText(kPanelDone, "Done");
+  return true;
+}
+
+bool FrmView::ShowImage(const std::string& name, Canvas image, const ViewSpecs& specs) {
+  if (view_.IsFull() || (view_.Specs() && *view_.Specs() != specs)) return false;
+  MapPicture picture;
+  picture.path = name;
+  picture.isImage = true;
+  picture.image = std::move(image);
+  view_.Add(std::move(picture), specs);
+  PicturesChanged();
+  return true;
+}
+
+void FrmView::CloseSelected() {
+  view_.Close(view_.Selected());
+  PicturesChanged();
+}
+
+void FrmView::CloseAll() {
+  view_.CloseAll();
+  PicturesChanged();
+}
+
+void FrmView::PicturesChanged() {
+  panes_.Fit();
+  tools_.PutDown();
+}
+
+// ---- Views --------------------------------------------------------------------------------------
+
+void FrmView::ShowWholeMap() { SetView(view_.Selected(), {}); }
+
+void FrmView::LockZoom(bool locked) {
+  view_.LockZoom(locked);
+  ShowState();
+  panes_.RepaintAll();
+}
+
+void FrmView::DrawMark(int picture, double x, double y, Colour colour) {
+  if (!view_.Holds(picture)) return;
+  view_(picture).marks.push_back({{x, y}, colour});
+  panes_.Repaint(picture);
+}
+
+void FrmView::OnClosed() { tools_.CloseMetric(); }
+
+// ---- Palettes, exports and figures --------------------------------------------------------------
+
+void FrmView::ChangePalette() {
+  const std::string folder = PaletteFolder(app_.settings.programFolder);
+  while (true) {
+    const auto choice =
+        app_.desktop.OpenFile({"Select Palette", kPaletteFilter, "", folder, "*.ptf"});
+    if (!choice) return;
+    MapPicture& map = Selected();
+    std::error_code error;
+    if (!std::filesystem::exists(choice->Path(), error)) {
+      app_.desktop.Message("The palette file you specified does not exist! Please choose another.");
+    } else if (CheckPaletteFile(choice->Path()) != "GOOD" ||
+               !ReadPalette(choice->Path(), map.palette).Ok()) {
+      app_.desktop.Message("The specified palette file is corrupt! Please choose another.");
+    } else {
+      (void)Draw(map);
+      panes_.ShowColours(view_.Selected());
+      panes_.Repaint(view_.Selected());
+      return;
+    }
+  }
+}
+
+std::optional<std::string> FrmView::AskTarget(const std::string& title) {
+  const auto choice = ui::AskSaveFile(
+      app_.desktop, {title, kExportFilter, "asc", app_.settings.workingDirectory, "*.asc"},
+      {.text = "Overwrite Existing File?", .title = "Export Cropped Region"});
+  if (!choice) return std::nullopt;
+  return choice->Path();
+}
+
+void FrmView::ExportCurrentRegion() {
+  const std::optional<std::string> target = AskTarget("Export Region");
+  if (!target) return;
+  const MapPicture& map = Selected();
+  PanelProgress progress(*this, sbView);
+  progress.Finish(ExportRegion({map.path, *target, *view_.Specs(), map.view}, progress));
+}
+
+void FrmView::ConvertToRaster() {
+  const std::optional<std::string> target = AskTarget(kConvertTitle);
+  if (!target) return;
+  const bool unaltered =
+      app_.desktop.Ask("Export Unaltered Proportions to Preserve Image Integrity?", kConvertTitle,
+                       ui::Buttons::kYesNo) == ui::Answer::kYes;
+  const MapPicture& map = Selected();
+  PanelProgress progress(*this, sbView);
+  progress.Finish(ConvertImage({map.image, map.path, PointAt(*view_.Specs(), {0, 1}),
+                                PointAt(*view_.Specs(), {1, 0}), unaltered, *target},
+                               progress));
+}
+
+void FrmView::ShowStatistics() {
+  Outcome<MapStatsRecord> counted = Cancelled{};
+  {
+    PanelProgress progress(*this, sbView);
+    counted = MapStatistics({Selected().path, ""}, progress);
+    if (!progress.Finish(counted)) return;
+  }
+  const MapStatsRecord& figures = counted.Value();
+  app_.desktop.Message("Maximum: " + OptionalText(figures.maximum) + "\nMinimum: " +
+                           OptionalText(figures.minimum) + "\nMean: " + OptionalText(figures.mean) +
+                           "\nTotal Cells: " + std::to_string(figures.cellCount) +
+                           "\nCumulative Cell Sum: " + NumberText(figures.cellSum),
+                       "Map Statistics");
+}
+
+}  // namespace ormel

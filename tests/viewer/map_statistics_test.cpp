@@ -1,0 +1,76 @@
+#include "mapdata/map_statistics.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+#include "support/temporary_folder.h"
+#include "viewer/viewer_maps.h"
+
+namespace ormel {
+namespace {
+
+using testing::MapText;
+using testing::TemporaryFolder;
+
+class MapStatisticsTest : public ::testing::Test {
+ protected:
+  MapToCount Count(const std::string& map, const std::string& constraint = "") {
+    return {folder.Write("map.asc", map).string(),
+            constraint.empty() ? "" : folder.Write("mask.asc", constraint).string()};
+  }
+  MapStatsRecord Figures(const MapToCount& map) { return MapStatistics(map, quiet).Value(); }
+
+  NoProgress quiet;
+  TemporaryFolder folder;
+};
+
+TEST_F(MapStatisticsTest, FiguresOfASmallMap) {
+  const MapToCount map = Count(MapText({{2, 4, -1}, {4, 6, -1}}, -1));
+  const MapStatsRecord figures = Figures(map);
+  EXPECT_EQ(figures.cellCount, 4);
+  EXPECT_EQ(figures.cellSum, 2 + 4 + 4 + 6);
+  EXPECT_EQ(figures.minimum, 2);
+  EXPECT_EQ(figures.maximum, 6);
+  EXPECT_EQ(figures.mean, 16 / 4.0);
+  const MapDistribution distribution = DistributionOf(map, figures, quiet).Value();
+  EXPECT_EQ(distribution.standardDeviation, std::sqrt((4 + 0 + 0 + 4) / 4.0));
+  EXPECT_EQ(distribution.histogram[0], 1);
+  EXPECT_EQ(distribution.histogram[128], 2);  // 127.5, to the even number
+  EXPECT_EQ(distribution.histogram[255], 1);
+}
+
+TEST_F(MapStatisticsTest, OnlyOnesOfTheConstraintCount) {
+  const MapStatsRecord figures = Figures(Count(MapText({{1, 2, 4, 8}}), MapText({{1, 0, 2, 1}})));
+  EXPECT_EQ(figures.cellSum, 1 + 8);
+  // One that ends early goes on with its last value.
+  EXPECT_EQ(Figures(Count(MapText({{1, 2, 4, 8}}), MapText({{0, 1}}))).cellSum, 2 + 4 + 8);
+}
+
+TEST_F(MapStatisticsTest, WhatStandsBehindTheLastRowCounts) {
+  EXPECT_EQ(Figures(Count(MapText({{1, 2}}) + " 40\r\n")).cellCount, 3);
+}
+
+TEST_F(MapStatisticsTest, WithoutACountedCellOnlyCountAndSumAreKnown) {
+  const MapToCount map = Count(MapText({{9, 9}}, 9));
+  const MapStatsRecord figures = Figures(map);
+  EXPECT_EQ(figures.cellCount, 0);
+  EXPECT_EQ(figures.cellSum, 0);
+  EXPECT_FALSE(figures.minimum || figures.maximum || figures.mean);
+  EXPECT_FALSE(DistributionOf(map, figures, quiet).Value().standardDeviation);
+}
+
+TEST_F(MapStatisticsTest, AFlatMapHasNoCategories) {
+  const MapToCount map = Count(MapText({{7, 7}}));
+  const MapDistribution distribution = DistributionOf(map, Figures(map), quiet).Value();
+  EXPECT_EQ(distribution.standardDeviation, 0);
+  for (const std::int64_t count : distribution.histogram) EXPECT_EQ(count, 0);
+}
+
+TEST_F(MapStatisticsTest, AMissingFileFails) {
+  EXPECT_TRUE(MapStatistics({"no/such.asc", ""}, quiet).Failed());
+  EXPECT_TRUE(MapStatistics({Count(MapText({{1}})).path, "no/such.asc"}, quiet).Failed());
+}
+
+}  // namespace
+}  // namespace ormel

@@ -1,0 +1,35 @@
+// Small map files for the tests of the viewer.
+#pragma once
+
+#include <optional>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "base/progress_sink.h"
+#include "viewer/map_picture.h"
+
+namespace ormel::testing {
+
+using Rows = std::vector<std::vector<double>>;
+
+// A map whose lower left corner is (100, 200) with cells of 30.
+inline std::string MapText(const Rows& rows, std::optional<double> nodata = std::nullopt) {
+  std::ostringstream text;
+  text << "ncols  " << rows[0].size() << "\r\nnrows  " << rows.size()
+       << "\r\nxllcorner  100\r\nyllcorner  200\r\ncellsize  30\r\n";
+  if (nodata) text << "NODATA_value  " << *nodata << "\r\n";
+  for (const std::vector<double>& row : rows) {
+    for (const double cell : row) text << ' ' << cell;
+    text << "\r\n";
+  }
+  return text.str();
+}
+
+inline MapValues Read(const std::string& path,
+                      const std::optional<ViewSpecs>& wanted = std::nullopt) {
+  NoProgress quiet;
+  return std::move(ReadMapValues(path, wanted, quiet).Value());
+}
+
+}  // namespace ormel::testing
