@@ -5,6 +5,8 @@
 #include <string>
 #include <thread>
 
+#include "shell/program_folder.h"
+#include "shell/start_up_picture.h"
 #include "ui/desktop.h"
 
 namespace ormel {
@@ -22,14 +24,14 @@ std::string SystemFacts() {
 }  // namespace
 
 FrmAbout::FrmAbout(ui::Desktop& desktop) : Window("frmAbout", "About ORMEL"), desktop_(desktop) {
-  lblDescription.SetCaption(
-      "Suitability maps and animal-habitat studies:\n"
-      "raster maps, multi-criteria evaluation, dated locations.");
+  lblDescription.SetCaption("Suitability maps and animal-habitat studies");
+  picMap.SetImage(DrawStartUpPicture(AssetsFolder() + "start-up/suitability.asc",
+                                     AssetsFolder() + "palettes/default.ptf"));
   cmdOK.SetDefault();
   cmdOK.SetCancel();
   cmdOK.onClick = [this] { desktop_.Close(*this); };
   cmdSysInfo.onClick = [this] { ShowSystemInformation(); };
-  SetLayout(ui::Column{lblTitle, lblVersion, lblDescription, ui::Stretch{},
+  SetLayout(ui::Column{ui::Share(1, picMap), lblTitle, lblVersion, lblDescription,
                        ui::Row{cmdSysInfo, ui::Stretch{}, cmdOK}});
 }
 

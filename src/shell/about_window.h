@@ -9,6 +9,7 @@ class FrmAbout final : public ui::Window {
  public:
   explicit FrmAbout(ui::Desktop& desktop);
 
+  ui::Picture picMap{*this, "picMap"};
   ui::Label lblTitle{*this, "lblTitle", "ORMEL"};
   ui::Label lblVersion{*this, "lblVersion", "Version " ORMEL_VERSION};
   ui::Label lblDescription{*this, "lblDescription"};
