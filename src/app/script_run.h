@@ -7,7 +7,8 @@
 
 namespace ormel {
 
-// Shows the main window, opens `opened` by its extension (empty: nothing), then runs the script file
+// Shows the main window, opens `opened` by its extension (empty: nothing), then runs the script
+// file
 // (- : standard input). Prints go to standard output, faults to standard error. Returns the exit
 // status. `screen` may be null.
 int RunScript(const std::string& file, const std::string& opened, ui::Screen* screen);

@@ -1,6 +1,8 @@
 #include "viewer/map_view_window.h"
 
+#include <filesystem>
 #include <new>
+#include <system_error>
 #include <utility>
 
 #include "mapdata/map_statistics.h"
@@ -25,8 +27,7 @@ constexpr char kRefused[] =
 constexpr char kRefusedTitle[] = "Error Loading Map!";
 constexpr char kConvertTitle[] = "Convert to Raster Data";
 
-// Panels of the status strip.
-constexpr int kPanelDone = 4;
+constexpr int kPanelDone = 4;  // of the status strip; the read-out has the others
 
 // Shows how far a command is in the last panel, too.
 class PanelProgress final : public ProgressSink {

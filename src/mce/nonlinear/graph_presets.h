@@ -17,7 +17,7 @@ struct GraphPreset {
   const char* toolTip;  // what the shape is, in words
   GraphType type;
   Order order;
-  double apart = 0;                                     // added to slot 2 when the levels are equal
+  double apart = 0;                                   // added to slot 2 when the levels are equal
   std::array<const char*, kParameterSlots> set = {};  // texts for slots; null: the slot stays
 };
 

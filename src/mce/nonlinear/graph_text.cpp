@@ -78,8 +78,7 @@ bool graphFromText(std::string_view line, WeightGraph& graph) {
   read.topValue = fields.Next();
   read.bottomValue = fields.Next();
   const auto type = Whole(fields.Next(), 1, kGraphTypes);
-  const auto inverted =
-      Whole(TextToNumber(read.Parameters(GraphType::kExponential).back()), 0, 1);
+  const auto inverted = Whole(TextToNumber(read.Parameters(GraphType::kExponential).back()), 0, 1);
   if (!count || !type || !inverted) return false;
   read.pointCount = *count;
   read.type = static_cast<GraphType>(*type);
