@@ -8,8 +8,8 @@
 #include <string>
 
 #include "base/file_writer.h"
-#include "mce/linear/composite_map.h"
-#include "mce/linear/composite_output.h"
+#include "mce/composite_map.h"
+#include "mce/composite_output.h"
 
 namespace ormel {
 namespace {

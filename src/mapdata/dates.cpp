@@ -80,8 +80,7 @@ std::optional<std::int64_t> DayNumber(int y, int m, int d) {
   return (sys_days(date) - kDayZero).count();
 }
 
-// ---- Reading
-// --------------------------------------------------------------------------------------
+// ---- Reading ------------------------------------------------------------------------------------
 
 bool SameLetters(std::string_view a, std::string_view b) {
   return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](unsigned char x, unsigned char y) {
@@ -225,8 +224,7 @@ std::optional<double> ReadDate(std::string_view text) {
   return DateAt(moment);
 }
 
-// ---- Writing
-// --------------------------------------------------------------------------------------
+// ---- Writing ------------------------------------------------------------------------------------
 
 std::string DateText(double date) {
   std::string text = FormatDate(date, "m/d/yyyy");
@@ -280,8 +278,7 @@ std::string FormatDate(double date, std::string_view pattern) {
   return text;
 }
 
-// ---- Arithmetic
-// -----------------------------------------------------------------------------------
+// ---- Arithmetic ---------------------------------------------------------------------------------
 
 DateParts PartsOf(double date) {
   const Moment moment = MomentOf(date);

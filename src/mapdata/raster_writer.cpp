@@ -71,13 +71,15 @@ void RowText::Add(float value) { Keep(WriteNumber(Room(), value)); }
 
 void RowText::AddRounded(double value, int places) { Keep(WriteRounded(Room(), value, places)); }
 
+// The row stands in the buffer with a blank before each value. Those of the other form are the same
+// row without its first blank and with one more at the end.
 std::string_view RowText::Finish() {
-  char* place = Room() - 1;
-  place[0] = kLineEnd[0];
-  place[1] = kLineEnd[1];
-  const std::size_t size = used_ + kLineEnd.size();
+  const bool shifted = form_ == RowForm::kBlankBehind && used_ > 0;
+  char* end = Room() - (shifted ? 0 : 1);
+  end = std::copy(kLineEnd.begin(), kLineEnd.end(), end);
+  const char* start = buffer_.data() + (shifted ? 1 : 0);
   used_ = 0;
-  return {buffer_.data(), size};
+  return {start, static_cast<std::size_t>(end - start)};
 }
 
 }  // namespace ormel

@@ -34,10 +34,15 @@ struct HeaderValues {
 
 std::string HeaderText(HeaderStyle style, const HeaderValues& values);
 
-// Builds rows of cells, one after the other, in a buffer that is used again: a blank before each
-// value, none behind the last, CR LF at the end.
+// Where the blank of each value of a row stands. Each tool keeps to one of them, as its readers do.
+enum class RowForm { kBlankBefore, kBlankBehind };
+
+// Builds rows of cells, one after the other, in a buffer that is used again: a blank before or
+// behind each value, CR LF at the end.
 class RowText {
  public:
+  explicit RowText(RowForm form = RowForm::kBlankBefore) : form_(form) {}
+
   void Add(double value);
   void Add(float value);
   void AddRounded(double value, int places);  // the text of HalfEvenRound(value, places)
@@ -46,9 +51,10 @@ class RowText {
   std::string_view Finish();
 
  private:
-  char* Room();                // where the next value goes, its blank written
+  char* Room();                // where the next value goes, behind a blank
   void Keep(const char* end);  // the row now ends there
 
+  RowForm form_;
   std::string buffer_;
   std::size_t used_ = 0;
 };

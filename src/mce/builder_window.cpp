@@ -7,6 +7,7 @@
 #include "base/progress_sink.h"
 #include "mapdata/list_text.h"
 #include "mapdata/path_text.h"
+#include "mce/generator_window.h"
 #include "mce/read_all_window.h"
 #include "ui/run.h"
 #include "ui/save_dialog.h"
@@ -100,8 +101,7 @@ void BuilderWindow::ConnectHandlers() {
   onDrop = [this](const std::string& path) { DropFactor(path); };
 }
 
-// ---- Layout
-// ---------------------------------------------------------------------------------------
+// ---- Layout -------------------------------------------------------------------------------------
 
 void BuilderWindow::LayOut() {
   ui::Row tools{"Factors:", rows.lblfnum, rows.fchng, ui::Stretch{}};
@@ -118,8 +118,7 @@ void BuilderWindow::LayOut() {
       ui::Row{cmdLoad, cmdSave, cmdClear, ui::Stretch{}, cmdOk, cmdClose}});
 }
 
-// ---- Rows
-// -----------------------------------------------------------------------------------------
+// ---- Rows ---------------------------------------------------------------------------------------
 
 void BuilderWindow::SetRowCount(int count) {
   rows.SetCount(count);
@@ -147,8 +146,7 @@ void BuilderWindow::SpinRows() {
   SetRowCount(count);
 }
 
-// ---- Maps that join
-// -------------------------------------------------------------------------------
+// ---- Maps that join -----------------------------------------------------------------------------
 
 LoadedData BuilderWindow::Loaded() const {
   LoadedData loaded;
@@ -229,8 +227,7 @@ void BuilderWindow::RemoveConstraints() {
   MarkChanged();
 }
 
-// ---- The rest of the form
-// -------------------------------------------------------------------------
+// ---- The rest of the form -----------------------------------------------------------------------
 
 void BuilderWindow::PickConstraintColour() {
   const auto colour = app_.desktop.PickColour("Select New Constraint Color", DCC.Value());
@@ -273,8 +270,7 @@ void BuilderWindow::AskAndClear() {
   SetRowCount(1);
 }
 
-// ---- Model files
-// ----------------------------------------------------------------------------------
+// ---- Model files --------------------------------------------------------------------------------
 
 ModelText BuilderWindow::CurrentModel() const {
   ModelText model;
@@ -352,8 +348,7 @@ void BuilderWindow::TakeModel(const ModelText& model) {
   changed_ = false;
 }
 
-// ---- A whole directory
-// ----------------------------------------------------------------------------
+// ---- A whole directory --------------------------------------------------------------------------
 
 void BuilderWindow::ReadAll() {
   FrmRA window(app_.desktop, rows.Root(), [this](const DirectoryChoice& choice) { RA(choice); });
@@ -424,8 +419,7 @@ bool BuilderWindow::TakeListed(const DirectoryChoice& choice) {
   return uniform;
 }
 
-// ---- On to the viewer, and the end
-// ----------------------------------------------------------------
+// ---- On to the viewer, and the end --------------------------------------------------------------
 
 void BuilderWindow::Accept() {
   if (!palette.Usable()) return;
@@ -440,6 +434,24 @@ void BuilderWindow::Accept() {
     if (!Exists(rows.Path(row))) return app_.desktop.Message(rows.Path(row) + " Does Not Exist!");
   }
   OpenViewer();
+}
+
+// The viewer takes the place of the builder, when it is still open behind the reading.
+void BuilderWindow::OpenViewer() {
+  std::unique_ptr<GeneratorWindow> viewer = MakeViewer();
+  viewer->CV.SetColour(DCC.Value());
+  {
+    ui::Run run(*this);
+    if (!run.Report(viewer->Start(run))) return;
+  }
+  if (!app_.desktop.IsOpen(*this)) return;
+  viewer->onReturnToBuilder = [this] { ReturnFromViewer(); };
+  viewer->onExitToMain = [this] {
+    viewer_ = nullptr;
+    if (!Unload()) ReturnFromViewer();
+  };
+  viewer_ = &app_.desktop.Show(std::move(viewer), app_.desktop.FindWindow("frmMain"));
+  app_.desktop.Hide(*this);
 }
 
 void BuilderWindow::ReturnFromViewer() {

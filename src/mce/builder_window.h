@@ -19,6 +19,7 @@
 
 namespace ormel {
 
+class GeneratorWindow;
 struct DirectoryChoice;
 
 class BuilderWindow : public ui::Window, public RunningModel, protected FactorRowKind {
@@ -62,24 +63,11 @@ class BuilderWindow : public ui::Window, public RunningModel, protected FactorRo
   // The fields of a factor in the model file.
   virtual std::array<std::string, 2> RowFields(int row) const = 0;
   virtual void SetRowFields(int row, const std::array<std::string, 2>& fields) = 0;
-  // Every row has a file that exists. Ends with ShowViewer(), or without a viewer.
-  virtual void OpenViewer() = 0;
+  // The viewer of the model on the form. Every row has a file that exists.
+  virtual std::unique_ptr<GeneratorWindow> MakeViewer() = 0;
 
   void MarkChanged() { changed_ = true; }
   void LoadModel(std::string path);
-
-  // Shows the viewer in place of the builder, as long as the builder is open.
-  template <class Viewer>
-  void ShowViewer(std::unique_ptr<Viewer> viewer) {
-    if (!app_.desktop.IsOpen(*this)) return;
-    viewer->onReturnToBuilder = [this] { ReturnFromViewer(); };
-    viewer->onExitToMain = [this] {
-      viewer_ = nullptr;
-      if (!Unload()) ReturnFromViewer();
-    };
-    viewer_ = &app_.desktop.Show(std::move(viewer), app_.desktop.FindWindow("frmMain"));
-    app_.desktop.Hide(*this);
-  }
 
   AppContext& app_;
 
@@ -120,6 +108,7 @@ class BuilderWindow : public ui::Window, public RunningModel, protected FactorRo
   bool TakeListed(const DirectoryChoice& choice);
 
   void Accept();
+  void OpenViewer();
   void ReturnFromViewer();
 
   const std::string extension_;

@@ -9,8 +9,8 @@
 
 #include "base/outcome.h"
 #include "base/progress_sink.h"
-#include "mce/linear/composite_map.h"
-#include "mce/linear/composite_output.h"
+#include "mce/composite_map.h"
+#include "mce/composite_output.h"
 #include "mce/linear/linear_model.h"
 #include "support/temporary_folder.h"
 

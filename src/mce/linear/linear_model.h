@@ -1,28 +1,34 @@
-// A linear model: weighted factor maps, constraint maps and what belongs to their picture.
+// A linear model: factor maps of whole-number weights, of which high or low values are good.
+//
+//   w = W * T,  T = v or 255 - v
 #pragma once
 
 #include <string>
 #include <vector>
 
-#include "mapdata/path_text.h"
+#include "mce/composite_model.h"
 
 namespace ormel {
 
-struct LinearFactor {
-  std::string folder;  // ends in a separator, or is empty
-  std::string name;    // of the file, with its extension
-  int weight = 1;      // -32767 to 32767
+struct LinearFactor : FactorFile {
+  int weight = 1;  // -32767 to 32767
   // True: a cell counts with its value v. False (low values are good): with 255 - v.
   bool highValuesGood = true;
-
-  std::string Path() const { return JoinPath(folder, name); }
 };
 
-struct LinearModel {
+class LinearModel final : public CompositeModel {
+ public:
   std::vector<LinearFactor> factors;
-  std::vector<std::string> constraints;  // full paths
-  std::string title;
-  std::string palette;  // a path; empty: that of the settings
+
+  int FactorCount() const override { return static_cast<int>(factors.size()); }
+  const LinearFactor& Factor(int index) const override {
+    return factors[static_cast<std::size_t>(index - 1)];
+  }
+  void AddRow(int index, const RowToAdd& row, AddedExtremes& extremes) const override;
+  double WeightedValue(int index, double value, double nodata) const override;
+  std::string WeightText(int index) const override { return std::to_string(Factor(index).weight); }
+  std::string FactorsText() const override;
+  Rules ItsRules() const override { return {.widensEqualSums = true}; }
 };
 
 }  // namespace ormel

@@ -8,7 +8,6 @@
 #include "mce/linear/composite_map_window.h"
 #include "mce/linear/model_information.h"
 #include "mce/linear/pairwise_window.h"
-#include "ui/run.h"
 
 namespace ormel {
 namespace {
@@ -36,8 +35,7 @@ FrmBuild::FrmBuild(AppContext& app)
   Begin();
 }
 
-// ---- Rows
-// -----------------------------------------------------------------------------------------
+// ---- Rows ---------------------------------------------------------------------------------------
 
 void FrmBuild::ResizeRows(int count) {
   const auto size = static_cast<std::size_t>(count);
@@ -95,8 +93,7 @@ void FrmBuild::SetRowFields(int row, const std::array<std::string, 2>& fields) {
   (IsFalse(fields[1]) ? OptValLow : OptValHigh)(row).Choose();
 }
 
-// ---- Weights
-// --------------------------------------------------------------------------------------
+// ---- Weights ------------------------------------------------------------------------------------
 
 // The program gives a weight; the slider follows as behind a typed one.
 void FrmBuild::SetWeight(int row, const std::string& text) {
@@ -170,14 +167,14 @@ void FrmBuild::DeriveWeights() {
   app_.desktop.ShowModal(comparison, this);
 }
 
-// ---- On to the viewer
-// -----------------------------------------------------------------------------
+// ---- On to the viewer ---------------------------------------------------------------------------
 
 LinearModel FrmBuild::Model() const {
   LinearModel model;
   for (int row = 1; row <= rows.Count(); ++row) {
-    model.factors.push_back({rows.Folder(row), rows.FList(row).Text(),
-                             WeightOf(ScrlVal(row).Text()), OptValHigh(row).Chosen()});
+    model.factors.push_back({{rows.Folder(row), rows.FList(row).Text()},
+                             WeightOf(ScrlVal(row).Text()),
+                             OptValHigh(row).Chosen()});
   }
   model.constraints = CFL.Items();
   model.title = txtTitle.Text();
@@ -185,14 +182,8 @@ LinearModel FrmBuild::Model() const {
   return model;
 }
 
-void FrmBuild::OpenViewer() {
-  auto viewer = std::make_unique<FrmDraw>(app_, std::make_shared<const LinearModel>(Model()));
-  viewer->CV.SetColour(DCC.Value());
-  {
-    ui::Run run(*this);
-    if (!run.Report(viewer->Start(run))) return;
-  }
-  ShowViewer(std::move(viewer));
+std::unique_ptr<GeneratorWindow> FrmBuild::MakeViewer() {
+  return std::make_unique<FrmDraw>(app_, std::make_shared<const LinearModel>(Model()));
 }
 
 }  // namespace ormel

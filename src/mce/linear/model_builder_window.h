@@ -35,7 +35,7 @@ class FrmBuild final : public BuilderWindow {
   std::vector<ui::LayoutItem> RowTools() override;
   std::array<std::string, 2> RowFields(int row) const override;
   void SetRowFields(int row, const std::array<std::string, 2>& fields) override;
-  void OpenViewer() override;
+  std::unique_ptr<GeneratorWindow> MakeViewer() override;
 
   double& Residue(int row) { return residues_[static_cast<std::size_t>(row - 1)]; }
   void SetWeight(int row, const std::string& text);

@@ -3,25 +3,12 @@
 #include <algorithm>
 #include <cctype>
 
-#include "mapdata/factor_set.h"
 #include "mapdata/numbers.h"
-#include "mapdata/raster.h"
 
 namespace ormel {
 namespace {
 
 constexpr int kLargestWeight = 32767;
-
-// Done when the header of `path` says the same as `reference`; the first map sets the reference.
-Outcome<> CheckFrame(const std::string& path, ReferenceHeader& reference) {
-  const Outcome<HeaderTexts> header = ReadHeaderTexts(path);
-  if (!header.Ok()) return header.Stop();
-  const std::vector<std::string>& values = header.Value().values;
-  if (!reference.IsSet()) std::copy(values.begin(), values.end(), reference.texts.begin());
-  const std::string differences = HeaderDifferences(path, values, reference.texts);
-  if (differences.empty()) return Done{};
-  return Failure{FailureKind::kRefused, differences};
-}
 
 }  // namespace
 
@@ -41,8 +28,9 @@ bool IsFalse(std::string text) {
 LinearModel LinearModelOf(const ModelText& text) {
   LinearModel model;
   for (const ModelTextFactor& factor : text.factors) {
-    model.factors.push_back({FolderPart(factor.path), FileNamePart(factor.path, true),
-                             WeightOf(factor.fields[0]), !IsFalse(factor.fields[1])});
+    model.factors.push_back({{FolderPart(factor.path), FileNamePart(factor.path, true)},
+                             WeightOf(factor.fields[0]),
+                             !IsFalse(factor.fields[1])});
   }
   model.constraints = text.constraints;
   model.title = text.title;
@@ -50,22 +38,11 @@ LinearModel LinearModelOf(const ModelText& text) {
 }
 
 Outcome<LinearModel> ReadRunnableModel(const std::filesystem::path& path) {
-  const Outcome<ModelText> text = ReadModelText(path);
+  const Outcome<ModelText> text = ReadRunnableText(path);
   if (!text.Ok()) return text.Stop();
   LinearModel model = LinearModelOf(text.Value());
-  std::erase_if(model.factors, [](const LinearFactor& factor) { return factor.name.empty(); });
-  if (model.factors.empty()) {
-    return Failure{FailureKind::kDamaged, path.string() + ": names no factor"};
-  }
-  ReferenceHeader reference;
-  for (const LinearFactor& factor : model.factors) {
-    const Outcome<> fits = CheckFrame(factor.Path(), reference);
-    if (!fits.Ok()) return fits.Stop();
-  }
-  for (const std::string& constraint : model.constraints) {
-    const Outcome<> fits = CheckFrame(constraint, reference);
-    if (!fits.Ok()) return fits.Stop();
-  }
+  const Outcome<> fits = CheckMaps(model);
+  if (!fits.Ok()) return fits.Stop();
   return model;
 }
 

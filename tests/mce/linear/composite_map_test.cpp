@@ -1,4 +1,4 @@
-#include "mce/linear/composite_map.h"
+#include "mce/composite_map.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "mce/linear/composite_output.h"
+#include "mce/composite_output.h"
 
 #include <gtest/gtest.h>
 
@@ -48,7 +48,7 @@ TEST(CompositeOutput, InformationFileListsFactorsAndConstraints) {
             "Constraints:\r\n"
             "    maps/roads.asc\r\n");
   when.tm_hour = 0;
-  EXPECT_EQ(InfoFileText({}, when),
+  EXPECT_EQ(InfoFileText(LinearModel(), when),
             "\r\nCreated on 11/2/2026 at 12:05:00 AM\r\n\r\n"
             "No Factors Used\r\n\r\nNo Constraints Used\r\n");
 }

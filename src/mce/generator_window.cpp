@@ -1,4 +1,4 @@
-#include "mce/linear/composite_map_window.h"
+#include "mce/generator_window.h"
 
 #include <algorithm>
 #include <cctype>
@@ -7,9 +7,9 @@
 #include "mapdata/numbers.h"
 #include "mapdata/path_text.h"
 #include "mapdata/raster.h"
-#include "mce/linear/composite_output.h"
-#include "mce/linear/composite_picture.h"
-#include "mce/linear/shown_values.h"
+#include "mce/composite_output.h"
+#include "mce/composite_picture.h"
+#include "mce/shown_values.h"
 #include "movies/bitmap.h"
 #include "ui/desktop.h"
 #include "ui/run.h"
@@ -25,7 +25,9 @@ using ui::Share;
 using ui::Stretch;
 using ui::Table;
 
-constexpr int kCompositeNumber = 102;  // of the composite's picture, in scripts
+// Pictures are known by number, in scripts and in the files of testers: the composite by 102, the
+// factors by their own numbers, their second layers by 102 more.
+constexpr int kCompositeNumber = 102;
 
 constexpr char kRasterFilter[] = "ASCII Raster (*.asc)|*.asc";
 constexpr char kExportFilter[] = "ASCII Raster (.asc)|*.asc|Bitmap (.bmp)|*.bmp";
@@ -33,21 +35,19 @@ constexpr char kBitmapFilter[] = "Bitmap (.bmp)|*.bmp";
 constexpr char kPaletteFilter[] = "Palette Files (.ptf)|*.ptf";
 constexpr int kBitmapChosen = 2;  // entry of the export filter
 
-// Factor pictures are numbered like the factors. The composite's number is taken, so that the
-// pictures of very large models go round it.
-int PictureNumber(int factor) { return factor < kCompositeNumber ? factor : factor + 1; }
-
 void ReplaceEnding(std::string& path, const char* ending) {
   path.replace(path.size() - std::min<std::size_t>(path.size(), 3), std::string::npos, ending);
 }
 
 }  // namespace
 
-FrmDraw::FrmDraw(AppContext& app, std::shared_ptr<const LinearModel> model)
-    : Window("frmDraw", "Factor and MCE Viewer"),
+GeneratorWindow::GeneratorWindow(AppContext& app, std::string name,
+                                 std::shared_ptr<const CompositeModel> model, int layers)
+    : Window(std::move(name), "Factor and MCE Viewer"),
       app_(app),
+      model_(*model),
       modelHeld_(std::move(model)),
-      model_(*modelHeld_) {
+      layers_(layers) {
   CV.SetColour(app_.settings.constraintColor);
   CV.SetToolTip("Colour of cells that the constraints forbid; click to change it");
   cmdExpBmp.SetEnabled(false);
@@ -56,12 +56,11 @@ FrmDraw::FrmDraw(AppContext& app, std::shared_ptr<const LinearModel> model)
   PSclP.SetStripHeight(kColourScaleHeight);
   for (ui::Label* label : {&lblScaleMin, &lblScaleMax}) label->SetVisible(false);
   ConnectHandlers();
-  LayOut();
 }
 
-FrmDraw::~FrmDraw() = default;
+GeneratorWindow::~GeneratorWindow() = default;
 
-void FrmDraw::ConnectHandlers() {
+void GeneratorWindow::ConnectHandlers() {
   cmdGenerate.onClick = [this] { Generate(); };
   cmdExpBmp.onClick = [this] { ExportComposite(); };
   cmdCGP.onClick = [this] { ChangeCompositePalette(); };
@@ -78,12 +77,12 @@ void FrmDraw::ConnectHandlers() {
   cmdExit.onClick = [this] { app_.desktop.CloseByFrame(*this); };
 }
 
-bool FrmDraw::QueryClose() {
+bool GeneratorWindow::QueryClose() {
   if (onExitToMain) onExitToMain();
   return true;
 }
 
-void FrmDraw::LayOut() {
+void GeneratorWindow::LayOut() {
   Column map;
   for (Shown& shown : pictures_) map.items.push_back(Share(1, *shown.picture));
   map.items.push_back(Row{lblScaleMin, Share(1, PSclP), lblScaleMax});
@@ -98,14 +97,14 @@ void FrmDraw::LayOut() {
   SetLayout(Row{Share(3, map),
                 Share(1, Column{Frame{"On show", shown},
                                 Frame{"Suitability map", cmdGenerate, Row{cmdExpBmp, cmdCGP}},
-                                Frame{"Factors", PList, Row{cmdDispSel, cmdExport, cmdCP}},
+                                Frame{"Factors", PList, FactorCommands()},
                                 Frame{"Constraints", CList, Row{"Colour:", CV, Stretch{}}},
                                 Row{Stretch{}, cmdReturn, cmdExit}})});
 }
 
 // ---- Start ----------------------------------------------------------------------------------
 
-Outcome<> FrmDraw::Start(ProgressSink& progress) {
+Outcome<> GeneratorWindow::Start(ProgressSink& progress) {
   const std::string palettePath =
       model_.palette.empty() ? app_.settings.defaultPalette : model_.palette;
   Palette palette;
@@ -137,12 +136,10 @@ Outcome<> FrmDraw::Start(ProgressSink& progress) {
   return Done{};
 }
 
-void FrmDraw::MakePictures(const std::string& palettePath, const Palette& palette) {
+void GeneratorWindow::MakePictures(const std::string& palettePath, const Palette& palette) {
   preview_.emplace(map_->Frame().ncols, map_->Frame().nrows);
-  for (int index = kComposite; index <= FactorCount(); ++index) {
-    const int number = index == kComposite ? kCompositeNumber : PictureNumber(index);
-    auto picture =
-        std::make_unique<ui::Picture>(*this, "PreviewPicture(" + std::to_string(number) + ")");
+  for (int layer = kComposite; layer <= FactorCount() * layers_; ++layer) {
+    auto picture = std::make_unique<ui::Picture>(*this, PictureName(layer));
     picture->SetImage(preview_->Blank());
     picture->SetVisible(false);
     picture->onMouse = [this](const ui::MouseEvent& event) { ReadOut(event); };
@@ -150,7 +147,19 @@ void FrmDraw::MakePictures(const std::string& palettePath, const Palette& palett
   }
 }
 
-void FrmDraw::ShowModelLabels() {
+// The numbers of the composite and of second layers are taken: the pictures of factors in models of
+// more than a hundred go behind them.
+std::string GeneratorWindow::PictureName(int layer) const {
+  int number = layer == kComposite ? kCompositeNumber : FactorOf(layer);
+  if (layer > FactorCount()) {
+    number += kCompositeNumber;
+  } else if (layer >= kCompositeNumber) {
+    number += layers_ == 1 ? 1 : FactorCount() + 1;
+  }
+  return "PreviewPicture(" + std::to_string(number) + ")";
+}
+
+void GeneratorWindow::ShowModelLabels() {
   const ModelFrame& frame = map_->Frame();
   const int places = app_.settings.decimalPlaces;
   lblColumns.SetCaption(std::to_string(frame.ncols) + " columns,");
@@ -159,32 +168,40 @@ void FrmDraw::ShowModelLabels() {
   lblCorner.SetCaption(NumberText(HalfEvenRound(frame.xllcorner, places)) + ", " +
                        NumberText(HalfEvenRound(frame.yllcorner, places)));
   std::vector<std::string> names;
-  for (const LinearFactor& factor : model_.factors) names.push_back(factor.name);
+  for (int i = 1; i <= FactorCount(); ++i) names.push_back(model_.Factor(i).name);
   PList.SetItems(std::move(names));
   CList.SetItems(model_.constraints);
 }
 
-Outcome<> FrmDraw::DrawFactors(ProgressSink& progress) {
+Outcome<> GeneratorWindow::DrawFactors(ProgressSink& progress) {
   for (int i = 1; i <= FactorCount(); ++i) {
     ProgressSpan span(progress, 100.0 * (i - 1) / FactorCount(), 100.0 * i / FactorCount());
     const Outcome<std::string> read = map_->AccumulateFactor(model_, i, FactorPainter(i), span);
     if (!read.Ok()) return read.Stop();
-    PictureOf(i).picture->Repaint();
+    FactorDrawn(i);
     // What a file does not hold adds nothing and stops nothing, but the user shall know.
     if (!read.Value().empty()) status.SetText(1, read.Value());
   }
   return Done{};
 }
 
-RowWatcher FrmDraw::FactorPainter(int index) {
-  return [this, index](int row, std::span<const double> values) {
-    Shown& shown = PictureOf(index);
+RowWatcher GeneratorWindow::FactorPainter(int factor) {
+  return [this, factor](int row, std::span<const double> values, double /*nodata*/) {
+    Shown& shown = PictureOf(factor);
     DrawModelRow(shown.picture->Drawing(), *preview_, *map_, {shown.palette, CV.Value()}, row,
                  values);
   };
 }
 
-void FrmDraw::PaintComposite() {
+void GeneratorWindow::FactorDrawn(int factor) {
+  for (int layer = factor; layer <= FactorCount() * layers_; layer += FactorCount()) {
+    PictureOf(layer).picture->Repaint();
+  }
+}
+
+ui::LayoutItem GeneratorWindow::FactorCommands() { return Row{cmdDispSel, cmdExport, cmdCP}; }
+
+void GeneratorWindow::PaintComposite() {
   Shown& shown = PictureOf(kComposite);
   DrawComposite(shown.picture->Drawing(), *preview_, *map_, {shown.palette, CV.Value()},
                 app_.settings.decimalPlaces);
@@ -193,7 +210,7 @@ void FrmDraw::PaintComposite() {
 
 // ---- The suitability map ----------------------------------------------------------------------
 
-void FrmDraw::Generate() {
+void GeneratorWindow::Generate() {
   if (!generated_) {
     std::string path;
     switch (app_.desktop.Ask("Generate Output File?", "Generate Weighted Map",
@@ -218,7 +235,7 @@ void FrmDraw::Generate() {
 }
 
 // Scales into the file at `path`, or into memory when it is empty.
-bool FrmDraw::ScaleTo(const std::string& path) {
+bool GeneratorWindow::ScaleTo(const std::string& path) {
   ui::Run run(*this);
   displayHolds_ = kNothing;
   const auto keep = [this](int row, std::span<double> values) {
@@ -238,7 +255,7 @@ bool FrmDraw::ScaleTo(const std::string& path) {
   return true;
 }
 
-void FrmDraw::DisplayComposite() {
+void GeneratorWindow::DisplayComposite() {
   Shown& composite = PictureOf(kComposite);
   if (!ReadPalette(composite.palettePath, composite.palette).Ok()) {
     status.SetText(1, "The palette " + composite.palettePath + " cannot be read any more.");
@@ -249,55 +266,64 @@ void FrmDraw::DisplayComposite() {
   LoadShownData();
 }
 
-void FrmDraw::DisplaySelected() {
+void GeneratorWindow::DisplaySelected() {
   const int selected = PList.FirstSelected();
-  if (selected == 0 || selected == shown_) return;
-  PutOnShow(selected);
+  if (selected == 0 || LayerToShow(selected) == shown_) return;
+  PutOnShow(LayerToShow(selected));
   LoadShownData();
 }
 
-void FrmDraw::PutOnShow(int index) {
+void GeneratorWindow::PutOnShow(int layer) {
   if (shown_ != kNothing) PictureOf(shown_).picture->SetVisible(false);
-  shown_ = index;
-  PictureOf(index).picture->SetVisible(true);
-  PictureOf(index).picture->Repaint();
+  shown_ = layer;
+  PictureOf(layer).picture->SetVisible(true);
+  PictureOf(layer).picture->Repaint();
   for (ui::Label* label : {&lblScaleMin, &lblScaleMax}) label->SetVisible(true);
   ShowPictureLabels();
 }
 
 // What depends on the picture on show: its colour scale, file, weight and palette.
-void FrmDraw::ShowPictureLabels() {
+void GeneratorWindow::ShowPictureLabels() {
   const Shown& shown = PictureOf(shown_);
   PSclP.SetImage(ColourScale(shown.palette));
   lblPalette.SetCaption(FileNamePart(shown.palettePath, true));
-  const bool composite = shown_ == kComposite;
-  lblFile.SetCaption(composite ? CompositeName() : Factor(shown_).name);
-  lblWeight.SetCaption(composite ? "" : std::to_string(Factor(shown_).weight));
+  const int factor = FactorOf(shown_);
+  const Extremes ends = ScaleEnds(shown_);
+  lblScaleMin.SetCaption(Rounded(ends.smallest));
+  lblScaleMax.SetCaption(Rounded(ends.largest));
+  lblFile.SetCaption(factor == kComposite ? CompositeName() : model_.Factor(factor).name);
+  lblWeight.SetCaption(factor == kComposite ? "" : model_.WeightText(factor));
 }
 
-std::string FrmDraw::CompositeName() const {
+std::string GeneratorWindow::Rounded(double value) const {
+  return NumberText(HalfEvenRound(value, app_.settings.decimalPlaces));
+}
+
+std::string GeneratorWindow::CompositeName() const {
   return outputPath_.empty() ? "(not saved)" : FileNamePart(outputPath_, true);
 }
 
 // ---- Values under the mouse -------------------------------------------------------------------
 
-void FrmDraw::LoadShownData() {
-  if (!ckLoadData.Checked() || shown_ == kNothing || displayHolds_ == shown_) return;
-  if (shown_ == kComposite && outputPath_.empty()) {
+void GeneratorWindow::LoadShownData() {
+  const int wanted = FactorOf(shown_);
+  if (!ckLoadData.Checked() || wanted == kNothing || displayHolds_ == wanted) return;
+  if (wanted == kComposite && outputPath_.empty()) {
     display_ = retained_;
     displayHolds_ = kComposite;
     return;
   }
   ui::Run run(*this);
-  run.Report(LoadDisplayGrid(shown_ == kComposite ? CompositeRows() : map_->RowsOf(model_, shown_),
-                             shown_, run));
+  run.Report(LoadDisplayGrid(wanted == kComposite ? CompositeRows() : map_->RowsOf(model_, wanted),
+                             wanted, run));
 }
 
-RowsToRead FrmDraw::CompositeRows() const {
+RowsToRead GeneratorWindow::CompositeRows() const {
   return {outputPath_, CountHeaderLines(outputPath_), map_->Frame().ncols, map_->Frame().nrows};
 }
 
-Outcome<> FrmDraw::LoadDisplayGrid(const RowsToRead& rows, int index, ProgressSink& progress) {
+Outcome<> GeneratorWindow::LoadDisplayGrid(const RowsToRead& rows, int index,
+                                           ProgressSink& progress) {
   displayHolds_ = kNothing;
   const Outcome<double> nodata =
       ReadShownValues(rows, *map_, app_.settings.decimalPlaces, display_, progress);
@@ -307,30 +333,28 @@ Outcome<> FrmDraw::LoadDisplayGrid(const RowsToRead& rows, int index, ProgressSi
   return Done{};
 }
 
-void FrmDraw::ReadOut(const ui::MouseEvent& event) {
+void GeneratorWindow::ReadOut(const ui::MouseEvent& event) {
   const ModelFrame& frame = map_->Frame();
   const double x = preview_->CellX(event.x);
   const double y = preview_->CellY(event.y);
   const int column = static_cast<int>(std::floor(x)) + 1;
   const int row = static_cast<int>(std::floor(y)) + 1;
-  const auto rounded = [this](double value) {
-    return NumberText(HalfEvenRound(value, app_.settings.decimalPlaces));
-  };
-  lblX.SetCaption(rounded(frame.xllcorner + frame.cellsize * x));
-  lblY.SetCaption(rounded(frame.yllcorner + frame.cellsize * (frame.nrows - y)));
+  lblX.SetCaption(Rounded(frame.xllcorner + frame.cellsize * x));
+  lblY.SetCaption(Rounded(frame.yllcorner + frame.cellsize * (frame.nrows - y)));
   // Without the map's own data a value would be that of another map.
-  const bool known = displayHolds_ == shown_ && display_.Holds(column, row);
+  const int factor = FactorOf(shown_);
+  const bool known = displayHolds_ == factor && display_.Holds(column, row);
   lblValue.SetCaption(known ? NumberText(display_(column, row)) : "");
   lblWeightedValue.SetCaption(
       !known ? ""
-      : shown_ == kComposite
+      : factor == kComposite
           ? lblValue.Caption()
-          : rounded(WeightedTerm(Factor(shown_), display_(column, row), displayNoData_)));
+          : Rounded(model_.WeightedValue(factor, display_(column, row), displayNoData_)));
 }
 
 // ---- Exports ------------------------------------------------------------------------------------
 
-void FrmDraw::ExportComposite() {
+void GeneratorWindow::ExportComposite() {
   ui::FileDialog dialog{"Export Composite Map", kExportFilter, "bmp",
                         app_.settings.workingDirectory, "*.bmp"};
   if (!outputPath_.empty()) {
@@ -354,26 +378,33 @@ void FrmDraw::ExportComposite() {
   if (shown_ == kComposite) ShowPictureLabels();
 }
 
-Outcome<> FrmDraw::WriteCompositeRaster(const std::string& path, ProgressSink& progress) {
-  if (outputPath_.empty()) return WriteShownValues(retained_, map_->Frame(), path, progress);
+Outcome<> GeneratorWindow::WriteCompositeRaster(const std::string& path, ProgressSink& progress) {
+  const RowForm form = model_.ItsRules().rows;
+  if (outputPath_.empty()) return WriteShownValues(retained_, map_->Frame(), path, form, progress);
   if (shown_ != kComposite || !ckLoadData.Checked()) {
     Outcome<> loaded = LoadDisplayGrid(CompositeRows(), kComposite, progress);
     if (!loaded.Ok()) return loaded;
   }
-  return WriteShownValues(display_, map_->Frame(), path, progress);
+  return WriteShownValues(display_, map_->Frame(), path, form, progress);
 }
 
-void FrmDraw::ExportFactors() {
+std::optional<ui::FileChoice> GeneratorWindow::AskExportFile(int factor, const std::string& filter,
+                                                             const std::string& extension) {
+  const std::string& entry = PList.Item(factor);
+  auto choice =
+      ui::AskSaveFile(app_.desktop,
+                      {"Export " + entry, filter, extension,
+                       exportFolder_.empty() ? app_.settings.workingDirectory : exportFolder_,
+                       ChangeExtension(entry, extension)},
+                      {.title = "Save As Bitmap"});
+  if (choice) exportFolder_ = FolderPart(choice->Path());
+  return choice;
+}
+
+void GeneratorWindow::ExportFactors() {
   for (const int index : PList.Selected()) {
-    const std::string& entry = PList.Item(index);
-    const auto choice =
-        ui::AskSaveFile(app_.desktop,
-                        {"Export " + entry, kBitmapFilter, "bmp",
-                         exportFolder_.empty() ? app_.settings.workingDirectory : exportFolder_,
-                         ChangeExtension(entry, "bmp")},
-                        {.title = "Save As Bitmap"});
+    const auto choice = AskExportFile(index, kBitmapFilter, "bmp");
     if (!choice) return;
-    exportFolder_ = FolderPart(choice->Path());
     ui::Run run(*this);
     if (!run.Report(WriteBitmap(PictureOf(index).picture->Image(), choice->Path()))) return;
   }
@@ -381,7 +412,7 @@ void FrmDraw::ExportFactors() {
 
 // ---- Palettes and the constraint colour ---------------------------------------------------------
 
-std::optional<std::string> FrmDraw::AskPalette(Palette& palette) {
+std::optional<std::string> GeneratorWindow::AskPalette(Palette& palette) {
   const std::string folder = PaletteFolder(app_.settings.programFolder);
   while (true) {
     const auto choice =
@@ -394,7 +425,7 @@ std::optional<std::string> FrmDraw::AskPalette(Palette& palette) {
   }
 }
 
-void FrmDraw::ChangeFactorPalettes() {
+void GeneratorWindow::ChangeFactorPalettes() {
   const std::vector<int> selected = PList.Selected();
   if (selected.empty()) {
     app_.desktop.Message("No factors selected");
@@ -407,20 +438,22 @@ void FrmDraw::ChangeFactorPalettes() {
   const double share = 100.0 / static_cast<double>(selected.size());
   double done = 0;
   for (const int index : selected) {
-    Shown& shown = PictureOf(index);
-    shown.palettePath = *path;
-    shown.palette = palette;
-    shown.picture->SetImage(preview_->Blank());
+    for (int layer = index; layer <= FactorCount() * layers_; layer += FactorCount()) {
+      Shown& shown = PictureOf(layer);
+      shown.palettePath = *path;
+      shown.palette = palette;
+      shown.picture->SetImage(preview_->Blank());
+    }
     ProgressSpan span(run, done, done + share);
     const bool drawn = run.Report(map_->ReadFactor(model_, index, FactorPainter(index), span));
-    shown.picture->Repaint();
+    FactorDrawn(index);
     if (!drawn) break;
     done += share;
   }
   ShowPictureLabels();
 }
 
-void FrmDraw::ChangeCompositePalette() {
+void GeneratorWindow::ChangeCompositePalette() {
   Shown& composite = PictureOf(kComposite);
   const std::optional<std::string> path = AskPalette(composite.palette);
   if (!path) return;
@@ -429,7 +462,7 @@ void FrmDraw::ChangeCompositePalette() {
   ShowPictureLabels();
 }
 
-void FrmDraw::ChangeConstraintColour() {
+void GeneratorWindow::ChangeConstraintColour() {
   const auto colour = app_.desktop.PickColour("Select New Constraint Color", CV.Value());
   if (!colour) return;
   CV.SetColour(*colour);

@@ -1,4 +1,4 @@
-// What a linear model leaves on disk: the composite as an ASCII raster, and the information file
+// What a model leaves on disk: the composite as an ASCII raster, and the information file
 // beside it.
 #pragma once
 
@@ -9,8 +9,8 @@
 
 #include "base/outcome.h"
 #include "base/progress_sink.h"
-#include "mce/linear/composite_map.h"
-#include "mce/linear/linear_model.h"
+#include "mce/composite_map.h"
+#include "mce/composite_model.h"
 
 namespace ormel {
 
@@ -21,11 +21,11 @@ namespace ormel {
                                        const std::function<void(int, std::span<double>)>& useRow);
 
 // Writes the composite to `path` with cells rounded to `decimalPlaces` (five header lines, rows
-// that begin with a blank, 0 where the mask forbids), and then its information file, dated now.
-// `watcher` sees the rows as ScaleComposite() hands them out, and may be empty. Old files stay when
-// the writing fails or is stopped. Refuses a name that ends in "inf": the information file would
-// overwrite the map.
-[[nodiscard]] Outcome<> WriteComposite(const CompositeMap& map, const LinearModel& model,
+// in the form of the model's rules, 0 where the mask forbids), and then its information file, dated
+// now. `watcher` sees the rows as ScaleComposite() hands them out, and may be empty. Old files stay
+// when the writing fails or is stopped. Refuses a name that ends in "inf": the information file
+// would overwrite the map.
+[[nodiscard]] Outcome<> WriteComposite(const CompositeMap& map, const CompositeModel& model,
                                        const std::string& path, int decimalPlaces,
                                        ProgressSink& progress,
                                        const std::function<void(int, std::span<double>)>& watcher);
@@ -34,6 +34,6 @@ namespace ormel {
 std::string InfoFilePath(const std::string& path);
 
 // The text of the information file of a model that was run at `when` (local time).
-std::string InfoFileText(const LinearModel& model, const std::tm& when);
+std::string InfoFileText(const CompositeModel& model, const std::tm& when);
 
 }  // namespace ormel

@@ -6,7 +6,7 @@
 #include "base/canvas.h"
 #include "mapdata/map_preview.h"
 #include "mapdata/palette.h"
-#include "mce/linear/composite_map.h"
+#include "mce/composite_map.h"
 
 namespace ormel {
 

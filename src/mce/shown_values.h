@@ -9,8 +9,7 @@
 #include "base/outcome.h"
 #include "base/progress_sink.h"
 #include "mapdata/raster_rows.h"
-#include "mce/linear/composite_map.h"
-#include "mce/linear/linear_model.h"
+#include "mce/composite_map.h"
 
 namespace ormel {
 
@@ -24,12 +23,10 @@ void KeepRow(std::span<const double> values, int decimalPlaces, std::span<float>
                                               int decimalPlaces, Grid<float>& cells,
                                               ProgressSink& progress);
 
-// What a cell of `factor` adds to the sum.
-double WeightedTerm(const LinearFactor& factor, double value, double nodata);
-
 // Writes the cells as they stand under the header of the composite: a second rounding could change
 // them. An old file stays when the writing fails or is stopped.
 [[nodiscard]] Outcome<> WriteShownValues(const Grid<float>& cells, const ModelFrame& frame,
-                                         const std::string& path, ProgressSink& progress);
+                                         const std::string& path, RowForm form,
+                                         ProgressSink& progress);
 
 }  // namespace ormel

@@ -1,4 +1,4 @@
-#include "mce/linear/composite_picture.h"
+#include "mce/composite_picture.h"
 
 #include <vector>
 

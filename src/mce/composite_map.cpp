@@ -1,4 +1,4 @@
-#include "mce/linear/composite_map.h"
+#include "mce/composite_map.h"
 
 #include <algorithm>
 #include <cmath>
@@ -12,8 +12,6 @@ namespace ormel {
 namespace {
 
 constexpr int kLargestSide = 32767;
-
-bool IsOutside(double value) { return value < 0 || value > kTopValue; }
 
 // A text from a file as a message can show it: short, and without bytes that are no letters.
 std::string Excerpt(const std::string& text) {
@@ -61,63 +59,19 @@ void CountRow(std::span<double> values, double nodata) {
   for (double& value : values) value = CountedValue(value, nodata);
 }
 
-// How one factor's row goes into the sums. The extremes are those of the sums in double precision,
-// before they are stored. They stand in several lanes, because a single one would make each cell
-// wait for the cell before it.
-struct Extremes {
-  static constexpr std::size_t kLanes = 4;
-  double largest[kLanes];
-  double smallest[kLanes];
-
-  Extremes() {
-    std::fill_n(largest, kLanes, -std::numeric_limits<double>::infinity());
-    std::fill_n(smallest, kLanes, std::numeric_limits<double>::infinity());
-  }
-  double Largest() const { return *std::max_element(largest, largest + kLanes); }
-  double Smallest() const { return *std::min_element(smallest, smallest + kLanes); }
-};
-
-template <bool HighValuesGood>
-inline void AddCell(double value, std::uint8_t allowed, double weight, float& sum, double& largest,
-                    double& smallest) {
-  const double next =
-      static_cast<double>(sum) + weight * (HighValuesGood ? value : kTopValue - value);
-  const bool counts = allowed != 0;
-  sum = counts ? static_cast<float>(next) : sum;
-  largest = counts && next > largest ? next : largest;
-  smallest = counts && next < smallest ? next : smallest;
-}
-
-template <bool HighValuesGood>
-void AddRow(std::span<const double> values, std::span<const std::uint8_t> mask, double weight,
-            std::span<float> sums, Extremes& extremes) {
-  const std::size_t count = values.size();
-  std::size_t i = 0;
-  for (; i + Extremes::kLanes <= count; i += Extremes::kLanes) {
-    for (std::size_t lane = 0; lane < Extremes::kLanes; ++lane) {
-      AddCell<HighValuesGood>(values[i + lane], mask[i + lane], weight, sums[i + lane],
-                              extremes.largest[lane], extremes.smallest[lane]);
-    }
-  }
-  for (; i < count; ++i) {
-    AddCell<HighValuesGood>(values[i], mask[i], weight, sums[i], extremes.largest[0],
-                            extremes.smallest[0]);
-  }
-}
-
 }  // namespace
 
-Outcome<CompositeMap> CompositeMap::Begin(const LinearModel& model) {
-  if (model.factors.empty()) {
+Outcome<CompositeMap> CompositeMap::Begin(const CompositeModel& model) {
+  if (model.FactorCount() == 0) {
     return Failure{FailureKind::kRefused, "The model has no factor."};
   }
-  Outcome<ModelFrame> frame = ReadFrame(model.factors.front().Path());
+  Outcome<ModelFrame> frame = ReadFrame(model.Factor(1).Path());
   if (!frame.Ok()) return frame.Stop();
   std::vector<int> headerLines;
-  for (const LinearFactor& factor : model.factors) {
-    headerLines.push_back(CountHeaderLines(factor.Path()));
+  for (int i = 1; i <= model.FactorCount(); ++i) {
+    headerLines.push_back(CountHeaderLines(model.Factor(i).Path()));
   }
-  CompositeMap map(std::move(frame.Value()), std::move(headerLines));
+  CompositeMap map(std::move(frame.Value()), std::move(headerLines), model.ItsRules());
   const ModelFrame& size = map.frame_;
   Outcome<Grid<float>> sums = MakeGrid<float>(size.ncols, size.nrows);
   if (!sums.Ok()) return sums.Stop();
@@ -130,53 +84,59 @@ Outcome<CompositeMap> CompositeMap::Begin(const LinearModel& model) {
   return map;
 }
 
-RowsToRead CompositeMap::RowsOf(const LinearModel& model, int index) const {
+RowsToRead CompositeMap::RowsOf(const CompositeModel& model, int index) const {
   const auto place = static_cast<std::size_t>(index - 1);
-  return {model.factors[place].Path(), headerLines_[place], frame_.ncols, frame_.nrows};
+  return {model.Factor(index).Path(), headerLines_[place], frame_.ncols, frame_.nrows};
 }
 
-void CompositeMap::NoteLastAllowed(int row, std::span<const double> values, double nodata) {
+void CompositeMap::NoteOutOfRange(int row, std::span<const double> values, double nodata) {
   const std::span<const std::uint8_t> mask = mask_.Row(row);
+  const auto isFault = [nodata](double value) { return IsOutsideScale(value) & (value != nodata); };
+  if (rules_.warnsOfEveryCell) {
+    bool any = false;
+    for (std::size_t i = 0; i < values.size(); ++i) any |= (mask[i] != 0) & isFault(values[i]);
+    outOfRange_ |= any;
+    return;
+  }
   for (std::size_t i = values.size(); i-- > 0;) {
     if (mask[i] == 0) continue;
-    outOfRange_ = IsOutside(values[i]) && values[i] != nodata;
+    outOfRange_ = isFault(values[i]);
     return;
   }
 }
 
-Outcome<std::string> CompositeMap::AccumulateFactor(const LinearModel& model, int index,
+Outcome<std::string> CompositeMap::AccumulateFactor(const CompositeModel& model, int index,
                                                     const RowWatcher& watcher,
                                                     ProgressSink& progress) {
-  const LinearFactor& factor = model.factors[static_cast<std::size_t>(index - 1)];
-  const auto addRow = factor.highValuesGood ? AddRow<true> : AddRow<false>;
-  Extremes extremes;
+  AddedExtremes added;
   Outcome<std::string> read = ReadRows(
       RowsOf(model, index), progress, [&](int row, std::span<double> cells, double nodata) {
-        NoteLastAllowed(row, cells, nodata);
+        NoteOutOfRange(row, cells, nodata);
         CountRow(cells, nodata);
-        addRow(cells, mask_.Row(row), factor.weight, sums_.Row(row), extremes);
-        if (watcher) watcher(row, cells);
+        model.AddRow(index, {cells, nodata, mask_.Row(row), sums_.Row(row)}, added);
+        if (watcher) watcher(row, cells, nodata);
       });
-  largest_ = std::max(largest_, extremes.Largest());
-  if (index == static_cast<int>(model.factors.size())) smallest_ = extremes.Smallest();
+  largest_ = std::max(largest_, added.sums.largest);
+  if (index == model.FactorCount()) smallest_ = added.sums.smallest;
+  weights_[static_cast<std::size_t>(index - 1)] = added.weights;
   return read;
 }
 
-Outcome<std::string> CompositeMap::ReadFactor(const LinearModel& model, int index,
+Outcome<std::string> CompositeMap::ReadFactor(const CompositeModel& model, int index,
                                               const RowWatcher& watcher,
                                               ProgressSink& progress) const {
   return ReadRows(RowsOf(model, index), progress,
                   [&](int row, std::span<double> cells, double nodata) {
                     CountRow(cells, nodata);
-                    watcher(row, cells);
+                    watcher(row, cells, nodata);
                   });
 }
 
 CompositeMap::Limits CompositeMap::ScaleLimits() const {
   Limits limits{smallest_, largest_};
-  if (!std::isfinite(limits.max)) return {1, 2};   // every cell is masked
-  if (!std::isfinite(limits.min)) limits.min = 0;  // the last factor had no allowed cell
-  if (limits.min == limits.max) limits.max = limits.min + 1;
+  if (!std::isfinite(limits.max)) limits = {1, 1};  // every cell is masked
+  if (!std::isfinite(limits.min)) limits.min = 0;   // the last factor had no allowed cell
+  if (limits.min == limits.max && rules_.widensEqualSums) limits.max = limits.min + 1;
   return limits;
 }
 
@@ -186,7 +146,7 @@ void CompositeMap::ScaledRow(int row, const Limits& limits, std::span<double> va
   const double range = limits.max - limits.min;
   for (std::size_t i = 0; i < sums.size(); ++i) {
     const double scaled = kTopValue * (static_cast<double>(sums[i]) - limits.min) / range;
-    values[i] = mask[i] != 0 ? scaled : 0.0;
+    values[i] = (mask[i] != 0) & std::isfinite(scaled) ? scaled : 0.0;
   }
 }
 

@@ -1,4 +1,4 @@
-#include "mce/linear/shown_values.h"
+#include "mce/shown_values.h"
 
 #include "base/file_writer.h"
 #include "mapdata/numbers.h"
@@ -30,17 +30,13 @@ Outcome<double> ReadShownValues(const RowsToRead& rows, const CompositeMap& map,
   return mapNoData;
 }
 
-double WeightedTerm(const LinearFactor& factor, double value, double nodata) {
-  return factor.weight * FactorTerm(factor, CountedValue(value, nodata));
-}
-
 Outcome<> WriteShownValues(const Grid<float>& cells, const ModelFrame& frame,
-                           const std::string& path, ProgressSink& progress) {
+                           const std::string& path, RowForm form, ProgressSink& progress) {
   Outcome<FileWriter> opened = FileWriter::Open(path);
   if (!opened.Ok()) return opened.Stop();
   FileWriter& writer = opened.Value();
   writer.Write(HeaderText(HeaderStyle::kWide14, frame.texts));
-  RowText text;
+  RowText text(form);
   for (int row = 1; row <= cells.Rows(); ++row) {
     for (const float value : cells.Row(row)) text.Add(value);
     writer.Write(text.Finish());
