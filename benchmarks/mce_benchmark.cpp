@@ -1,4 +1,5 @@
-// The linear evaluation: what a cell costs to accumulate, and to scale and write.
+// The evaluation: what a cell costs to accumulate in a linear and in a non-linear model, and to
+// scale and write.
 
 #include <benchmark/benchmark.h>
 #include <unistd.h>
@@ -10,6 +11,8 @@
 #include "base/file_writer.h"
 #include "mce/composite_map.h"
 #include "mce/composite_output.h"
+#include "mce/linear/linear_model.h"
+#include "mce/nonlinear/nonlinear_model.h"
 
 namespace ormel {
 namespace {
@@ -30,7 +33,10 @@ class SampleModel {
       if (cell % kSide == kSide - 1) text += "\r\n";
     }
     if (!WriteFile(folder_ / "factor.asc", text).Ok()) std::abort();
-    model_.factors.push_back({(folder_ / "").string(), "factor.asc", 3, true});
+    const FactorFile file{(folder_ / "").string(), "factor.asc"};
+    linear_.factors.push_back({file, 3, true});
+    nonlinear_.factors.push_back({file, {}});
+    computeBell(nonlinear_.factors[0].graph, {"0", "255", "0.5", "0.2"});
   }
   SampleModel(const SampleModel&) = delete;
   SampleModel& operator=(const SampleModel&) = delete;
@@ -39,34 +45,45 @@ class SampleModel {
     fs::remove_all(folder_, ignored);
   }
 
-  const LinearModel& Model() const { return model_; }
+  const LinearModel& Linear() const { return linear_; }
+  const NonlinearModel& Nonlinear() const { return nonlinear_; }
   std::string Output() const { return (folder_ / "out.asc").string(); }
-  CompositeMap Begin() const { return std::move(CompositeMap::Begin(model_).Value()); }
 
  private:
   const fs::path folder_ =
       fs::temp_directory_path() / ("ormel-mce-benchmark-" + std::to_string(getpid()));
-  LinearModel model_;
+  LinearModel linear_;
+  NonlinearModel nonlinear_;
 };
 
-void AccumulateFactor(benchmark::State& state) {
-  const SampleModel sample;
-  CompositeMap map = sample.Begin();
+void Accumulate(benchmark::State& state, const CompositeModel& model) {
+  CompositeMap map = std::move(CompositeMap::Begin(model).Value());
   NoProgress quiet;
   while (state.KeepRunning()) {
-    if (!map.AccumulateFactor(sample.Model(), 1, {}, quiet).Ok()) state.SkipWithError("failed");
+    if (!map.AccumulateFactor(model, 1, {}, quiet).Ok()) state.SkipWithError("failed");
   }
   state.SetItemsProcessed(state.iterations() * kSide * kSide);
 }
-BENCHMARK(AccumulateFactor)->Unit(benchmark::kMillisecond);
+
+void AccumulateLinear(benchmark::State& state) {
+  const SampleModel sample;
+  Accumulate(state, sample.Linear());
+}
+BENCHMARK(AccumulateLinear)->Unit(benchmark::kMillisecond);
+
+void AccumulateNonlinear(benchmark::State& state) {
+  const SampleModel sample;
+  Accumulate(state, sample.Nonlinear());
+}
+BENCHMARK(AccumulateNonlinear)->Unit(benchmark::kMillisecond);
 
 void ScaleAndWrite(benchmark::State& state) {
   const SampleModel sample;
-  CompositeMap map = sample.Begin();
+  CompositeMap map = std::move(CompositeMap::Begin(sample.Linear()).Value());
   NoProgress quiet;
-  if (!map.AccumulateFactor(sample.Model(), 1, {}, quiet).Ok()) state.SkipWithError("failed");
+  if (!map.AccumulateFactor(sample.Linear(), 1, {}, quiet).Ok()) state.SkipWithError("failed");
   while (state.KeepRunning()) {
-    if (!WriteComposite(map, sample.Model(), sample.Output(), 2, quiet, {}).Ok()) {
+    if (!WriteComposite(map, sample.Linear(), sample.Output(), 2, quiet, {}).Ok()) {
       state.SkipWithError("failed");
     }
   }

@@ -1,20 +1,36 @@
 #include "app/main_job.h"
 
+#include <filesystem>
+#include <memory>
 #include <ostream>
+#include <utility>
 
 #include "mapdata/palette.h"
-#include "mce/linear/composite_map.h"
-#include "mce/linear/composite_output.h"
-#include "mce/linear/composite_picture.h"
+#include "mce/composite_map.h"
+#include "mce/composite_output.h"
+#include "mce/composite_picture.h"
 #include "mce/linear/model_information.h"
+#include "mce/nonlinear/nonlinear_model.h"
 #include "movies/bitmap.h"
 
 namespace ormel {
 namespace {
 
-Outcome<> AccumulateAll(CompositeMap& map, const LinearModel& model, ProgressSink& progress,
+template <class Model>
+Outcome<std::unique_ptr<CompositeModel>> Held(Outcome<Model> read) {
+  if (!read.Ok()) return read.Stop();
+  return std::unique_ptr<CompositeModel>(std::make_unique<Model>(std::move(read.Value())));
+}
+
+// The kind of the model is told by the extension of its file.
+Outcome<std::unique_ptr<CompositeModel>> ReadModel(const std::filesystem::path& path) {
+  return path.extension() == ".cmf" ? Held(ReadRunnableNonlinearModel(path))
+                                    : Held(ReadRunnableModel(path));
+}
+
+Outcome<> AccumulateAll(CompositeMap& map, const CompositeModel& model, ProgressSink& progress,
                         std::ostream& warnings) {
-  const int count = static_cast<int>(model.factors.size());
+  const int count = model.FactorCount();
   for (int i = 1; i <= count; ++i) {
     ProgressSpan span(progress, 100.0 * (i - 1) / count, 100.0 * i / count);
     const Outcome<std::string> read = map.AccumulateFactor(model, i, {}, span);
@@ -41,16 +57,16 @@ Outcome<> RunMainJob(const MainJob& job, const Settings& settings, ProgressSink&
     const Outcome<int> colours = ReadPalette(settings.defaultPalette, palette);
     if (!colours.Ok()) return colours.Stop();
   }
-  const Outcome<LinearModel> read = ReadRunnableModel(job.model);
+  const Outcome<std::unique_ptr<CompositeModel>> read = ReadModel(job.model);
   if (!read.Ok()) return read.Stop();
-  const LinearModel& model = read.Value();
+  const CompositeModel& model = *read.Value();
   Outcome<CompositeMap> begun = CompositeMap::Begin(model);
   if (!begun.Ok()) return begun.Stop();
   CompositeMap& map = begun.Value();
   if (!map.MaskFailure().empty()) warnings << "Bad Constraint! " << map.MaskFailure() << '\n';
 
   // Reading takes most of the time, and more the more factors there are.
-  const double reading = 100.0 - 100.0 / static_cast<double>(model.factors.size() + 1);
+  const double reading = 100.0 - 100.0 / (model.FactorCount() + 1);
   ProgressSpan readingSpan(progress, 0, reading);
   Outcome<> accumulated = AccumulateAll(map, model, readingSpan, warnings);
   if (!accumulated.Ok()) return accumulated;

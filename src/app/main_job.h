@@ -11,7 +11,7 @@
 namespace ormel {
 
 struct MainJob {
-  std::string model;    // model information file
+  std::string model;    // model information file, linear (.mif) or not (.cmf)
   std::string output;   // suitability map; its information file goes beside it
   std::string picture;  // bitmap; empty: none
 };

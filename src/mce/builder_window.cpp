@@ -108,14 +108,14 @@ void BuilderWindow::LayOut() {
   for (ui::LayoutItem& tool : RowTools()) tools.items.push_back(std::move(tool));
   tools.items.push_back(cmdReadAll);
   tools.items.push_back(cmdDelFac);
-  SetLayout(ui::Column{
-      ui::Row{"&Title:", txtTitle}, tools, rows.Area(),
-      ui::Share(1, ui::Row{ui::Share(3, ui::Frame{"Constraints", CFL,
-                                                  ui::Row{CmdSrchC, CmdRemoveC, ui::Stretch{},
-                                                          "Colour:", DCC}}),
-                           ui::Share(2, ui::Frame{"Palette", ui::Row{palette.txtPal, palette.cmdLP},
-                                                  palette.PicPP, ui::Stretch{}})}),
-      ui::Row{cmdLoad, cmdSave, cmdClear, ui::Stretch{}, cmdOk, cmdClose}});
+  ui::Row frames{
+      ui::Share(3, ui::Frame{"Constraints", CFL,
+                             ui::Row{CmdSrchC, CmdRemoveC, ui::Stretch{}, "Colour:", DCC}}),
+      ui::Share(2, ui::Frame{"Palette", ui::Row{palette.txtPal, palette.cmdLP}, palette.PicPP,
+                             ui::Stretch{}})};
+  for (ui::LayoutItem& frame : FurtherFrames()) frames.items.push_back(std::move(frame));
+  SetLayout(ui::Column{ui::Row{"&Title:", txtTitle}, tools, rows.Area(), ui::Share(1, frames),
+                       ui::Row{cmdLoad, cmdSave, cmdClear, ui::Stretch{}, cmdOk, cmdClose}});
 }
 
 // ---- Rows ---------------------------------------------------------------------------------------
@@ -260,6 +260,7 @@ void BuilderWindow::ClearForm() {
   txtTitle.SetText("");
   DCC.SetColour(app_.settings.constraintColor);
   changed_ = false;
+  FormCleared();
 }
 
 void BuilderWindow::AskAndClear() {
@@ -279,7 +280,7 @@ ModelText BuilderWindow::CurrentModel() const {
   for (int row = 1; row <= rows.Count(); ++row) {
     if (!rows.IsFree(row)) model.factors.push_back({rows.Path(row), RowFields(row)});
   }
-  model.constraints = CFL.Items();
+  model.constraints = ConstraintsToSave();
   model.title = txtTitle.Text();
   return model;
 }
@@ -345,6 +346,7 @@ void BuilderWindow::TakeModel(const ModelText& model) {
   if (rows.Count() == 0) SetRowCount(1);
   rows.ShowFirst();
   LayOut();
+  ModelLoaded();
   changed_ = false;
 }
 

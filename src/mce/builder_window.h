@@ -60,9 +60,15 @@ class BuilderWindow : public ui::Window, public RunningModel, protected FactorRo
   // ---- What the kinds of builders add, besides what stands in their rows. ----
   // Buttons that act on all rows.
   virtual std::vector<ui::LayoutItem> RowTools() = 0;
+  // Frames beside those of the constraints and the palette.
+  virtual std::vector<ui::LayoutItem> FurtherFrames() { return {}; }
   // The fields of a factor in the model file.
   virtual std::array<std::string, 2> RowFields(int row) const = 0;
   virtual void SetRowFields(int row, const std::array<std::string, 2>& fields) = 0;
+  // The constraints in the order in which the model file has them.
+  virtual std::vector<std::string> ConstraintsToSave() const { return CFL.Items(); }
+  virtual void FormCleared() {}
+  virtual void ModelLoaded() {}
   // The viewer of the model on the form. Every row has a file that exists.
   virtual std::unique_ptr<GeneratorWindow> MakeViewer() = 0;
 

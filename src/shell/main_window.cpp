@@ -4,6 +4,7 @@
 
 #include "mce/linear/model_builder_window.h"
 #include "mce/model_session.h"
+#include "mce/nonlinear/nonlinear_builder_window.h"
 #include "shell/about_window.h"
 #include "shell/file_opening.h"
 #include "ui/desktop.h"
@@ -31,8 +32,7 @@ FrmMain::FrmMain(AppContext& app) : Window("frmMain", "ORMEL Model " ORMEL_VERSI
 
 FrmMain::~FrmMain() { app_.session.onChange = {}; }
 
-// ---- Menu and toolbar
-// -----------------------------------------------------------------------------
+// ---- Menu and toolbar ---------------------------------------------------------------------------
 
 ui::Handler FrmMain::Run(Command command) {
   return [this, command] { (this->*command)(); };
@@ -40,31 +40,35 @@ ui::Handler FrmMain::Run(Command command) {
 
 std::vector<ui::MenuSpec> FrmMain::Menus() {
   using ui::MenuSpec;
-  return {
-      {"mFile",
-       "&File",
-       "",
-       {},
-       {{"mOptions", "Global Settings", "", Run(&FrmMain::mOptions), {}},
-        {"mReceive", "&Receive File", "F12", Run(&FrmMain::mReceive), {}},
-        MenuSpec::Separator(),
-        {"mExit", "E&xit", "Ctrl+Q", Run(&FrmMain::mExit), {}}}},
-      {"mMCE",
-       "&MCE",
-       "",
-       {},
-       {{"mSingle", "&Single MCE", "", {}, {{"mBuild", "Linear", "", Run(&FrmMain::mBuild), {}}}},
-        MenuSpec::Separator(),
-        {"mLoadMCE", "&Load", "Ctrl+O", Run(&FrmMain::mLoadMCE), {}},
-        {"mSaveMCE", "&Save", "Ctrl+S", Run(&FrmMain::mSaveMCE), {}},
-        {"mSaveAsMCE", "Save As", "", Run(&FrmMain::mSaveAsMCE), {}},
-        {"mClose", "Close", "", Run(&FrmMain::mClose), {}}}},
-      {"mViewer",
-       "&Viewer",
-       "",
-       {},
-       {{"mNewView", "New View", "Ctrl+N", Run(&FrmMain::mNewView), {}}}},
-      {"mHelp", "&Help", "", {}, {{"mAbout", "About ORMEL", "", Run(&FrmMain::mAbout), {}}}}};
+  return {{"mFile",
+           "&File",
+           "",
+           {},
+           {{"mOptions", "Global Settings", "", Run(&FrmMain::mOptions), {}},
+            {"mReceive", "&Receive File", "F12", Run(&FrmMain::mReceive), {}},
+            MenuSpec::Separator(),
+            {"mExit", "E&xit", "Ctrl+Q", Run(&FrmMain::mExit), {}}}},
+          {"mMCE",
+           "&MCE",
+           "",
+           {},
+           {{"mSingle",
+             "&Single MCE",
+             "",
+             {},
+             {{"mBuild", "Linear", "", Run(&FrmMain::mBuild), {}},
+              {"mBuildC", "Non-Linear", "", Run(&FrmMain::mBuildC), {}}}},
+            MenuSpec::Separator(),
+            {"mLoadMCE", "&Load", "Ctrl+O", Run(&FrmMain::mLoadMCE), {}},
+            {"mSaveMCE", "&Save", "Ctrl+S", Run(&FrmMain::mSaveMCE), {}},
+            {"mSaveAsMCE", "Save As", "", Run(&FrmMain::mSaveAsMCE), {}},
+            {"mClose", "Close", "", Run(&FrmMain::mClose), {}}}},
+          {"mViewer",
+           "&Viewer",
+           "",
+           {},
+           {{"mNewView", "New View", "Ctrl+N", Run(&FrmMain::mNewView), {}}}},
+          {"mHelp", "&Help", "", {}, {{"mAbout", "About ORMEL", "", Run(&FrmMain::mAbout), {}}}}};
 }
 
 // Buttons are known by fixed numbers, whichever of them there are.
@@ -75,7 +79,7 @@ std::vector<ui::ToolSpec> FrmMain::Tools() {
 }
 
 std::vector<FrmMain::Builder> FrmMain::Builders() {
-  return {{"Single Pass Linear", &FrmMain::mBuild}};
+  return {{"Single Pass Linear", &FrmMain::mBuild}, {"Single Pass Non-Linear", &FrmMain::mBuildC}};
 }
 
 std::vector<ui::MenuSpec> FrmMain::BuilderMenu() {
@@ -121,8 +125,7 @@ void FrmMain::mAbout() {
   app_.desktop.ShowModal(about, this);
 }
 
-// ---- The end
-// --------------------------------------------------------------------------------------
+// ---- The end ------------------------------------------------------------------------------------
 
 void FrmMain::mExit() {
   if (RunningModel* running = app_.session.Running()) (void)running->Unload();
@@ -135,15 +138,13 @@ bool FrmMain::QueryClose() {
   return alone;
 }
 
-// ---- Viewers
-// --------------------------------------------------------------------------------------
+// ---- Viewers ------------------------------------------------------------------------------------
 
 FrmView& FrmMain::NewView() { return app_.desktop.Show(std::make_unique<FrmView>(app_), this); }
 
 void FrmMain::mNewView() { NewView(); }
 
-// ---- Files from outside
-// ---------------------------------------------------------------------------
+// ---- Files from outside -------------------------------------------------------------------------
 
 void FrmMain::OpenFileByExtension(const std::string& text) {
   struct Opener {
@@ -151,6 +152,7 @@ void FrmMain::OpenFileByExtension(const std::string& text) {
     void (FrmMain::*open)(const std::string& path);
   };
   static constexpr Opener kOpeners[] = {{"mif", &FrmMain::OpenLinearModel},
+                                        {"cmf", &FrmMain::OpenNonlinearModel},
                                         {"asc", &FrmMain::OpenMap},
                                         {"grd", &FrmMain::OpenMap},
                                         {"txt", &FrmMain::OpenMap}};
@@ -160,12 +162,21 @@ void FrmMain::OpenFileByExtension(const std::string& text) {
   }
 }
 
-// A model that the person keeps running stays as it is.
-void FrmMain::OpenLinearModel(const std::string& path) {
+// A builder of this kind with nothing in it yet; null when the person keeps the model that runs.
+template <class Builder>
+Builder* FrmMain::NewBuilder(Command start) {
   const RunningModel* before = app_.session.Running();
-  mBuild();
-  if (app_.session.Running() == before) return;
-  if (auto* builder = dynamic_cast<FrmBuild*>(app_.session.Running())) builder->loadmif(path);
+  (this->*start)();
+  RunningModel* running = app_.session.Running();
+  return running == before ? nullptr : dynamic_cast<Builder*>(running);
+}
+
+void FrmMain::OpenLinearModel(const std::string& path) {
+  if (auto* builder = NewBuilder<FrmBuild>(&FrmMain::mBuild)) builder->loadmif(path);
+}
+
+void FrmMain::OpenNonlinearModel(const std::string& path) {
+  if (auto* builder = NewBuilder<FrmBuildC>(&FrmMain::mBuildC)) builder->loadCMF(path);
 }
 
 void FrmMain::OpenMap(const std::string& path) { (void)NewView().OpenMapFile(path); }
@@ -195,8 +206,7 @@ void FrmMain::Receive(const std::string& text) {
   txtReceive.SetVisible(false);  // nobody is going to type
 }
 
-// ---- The running model
-// ----------------------------------------------------------------------------
+// ---- The running model --------------------------------------------------------------------------
 
 bool FrmMain::CloseCurMCE() {
   RunningModel* running = app_.session.Running();
@@ -210,11 +220,16 @@ bool FrmMain::CloseCurMCE() {
   return true;
 }
 
-void FrmMain::mBuild() {
+template <class Builder>
+void FrmMain::Build() {
   if (!CloseCurMCE()) return;
   if (RunningModel* kept = app_.session.Running()) return kept->BringForward();
-  app_.desktop.Show(std::make_unique<FrmBuild>(app_), this);
+  app_.desktop.Show(std::make_unique<Builder>(app_), this);
 }
+
+void FrmMain::mBuild() { Build<FrmBuild>(); }
+
+void FrmMain::mBuildC() { Build<FrmBuildC>(); }
 
 void FrmMain::mLoadMCE() {
   if (app_.session.Running() != nullptr) {

@@ -60,6 +60,7 @@ class FrmMain final : public ui::Window {
 
   // The commands of the menu, by the names of their entries.
   void mBuild();
+  void mBuildC();
   void mOptions();
   void mReceive();
   void mExit();
@@ -74,7 +75,12 @@ class FrmMain final : public ui::Window {
   FrmView& NewView();
   void OpenMap(const std::string& path);
   void TextReceived();
+  template <class Builder>
+  void Build();
+  template <class Builder>
+  Builder* NewBuilder(Command start);
   void OpenLinearModel(const std::string& path);
+  void OpenNonlinearModel(const std::string& path);
 
   AppContext& app_;
   FrmOptions options_{app_};

@@ -26,21 +26,18 @@ std::string PaletteText(int first) {
   return text;
 }
 
-// A person who presses Stop as soon as a command lets her.
-class Impatient final : public ui::Screen {
+// A person who presses Stop as soon as the strip tells how far a command is.
+class Impatient final : public ui::ControlView {
  public:
-  void Open(ui::Window& window, ui::Window*, bool) override { window_ = &window; }
-  void Show(ui::Window&, bool) override {}
-  void Close(ui::Window&) override {}
-  void ProcessEvents() override {
-    if (stops) window_->StopRun();
+  explicit Impatient(FrmView& window) : window_(window) { window_.sbView.AttachView(this); }
+  ~Impatient() override { window_.sbView.AttachView(nullptr); }
+  void Refresh() override {
+    if (window_.sbView.Printed().ends_with("%")) window_.StopRun();
   }
-  bool Snapshot(ui::Window&, const std::string&) override { return true; }
-
-  bool stops = false;
+  void Gone() override {}
 
  private:
-  ui::Window* window_ = nullptr;
+  FrmView& window_;
 };
 
 class FrmViewTest : public ::testing::Test {
@@ -84,8 +81,7 @@ class FrmViewTest : public ::testing::Test {
 
   TemporaryFolder folder;
   std::ostringstream log;
-  Impatient screen;
-  ui::HeadlessDesktop desktop{log, &screen};
+  ui::HeadlessDesktop desktop{log, nullptr};
   Settings settings;
   ModelSession session;
   AppContext app{desktop, settings, session};
@@ -172,10 +168,10 @@ TEST_F(FrmViewTest, AnUnscaledMapOfAnotherSizeIsAskedAboutAndThenRefused) {
 
 TEST_F(FrmViewTest, StopLeavesTheViewerAsItWas) {
   ASSERT_TRUE(window->OpenMapFile(ScaledMap()));
-  std::string text = "ncols 20\r\nnrows 10\r\nx 100\r\ny 200\r\nc 30\r\n";
-  for (int i = 0; i < 4'000'000; ++i) text += " 7";  // far longer than it says
-  screen.stops = true;
-  EXPECT_FALSE(window->OpenMapFile(folder.Write("long.asc", text)));
+  const testing::Rows rows(10, std::vector<double>(20, 7));
+  const std::string path = folder.Write("large.asc", MapText(rows));
+  const Impatient person(*window);
+  EXPECT_FALSE(window->OpenMapFile(path));
   EXPECT_EQ(window->NumPictures(), 1);
   EXPECT_EQ(desktop.TakeMessage(), std::nullopt);
   EXPECT_TRUE(window->Enabled());

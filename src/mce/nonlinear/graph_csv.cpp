@@ -1,6 +1,7 @@
 #include "mce/nonlinear/graph_csv.h"
 
 #include <algorithm>
+#include <cmath>
 #include <limits>
 #include <string>
 #include <string_view>

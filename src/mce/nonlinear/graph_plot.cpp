@@ -205,8 +205,9 @@ void DrawCurvePicture(Canvas& canvas, const WeightGraph& graph, bool chosen) {
   const PlotFrame levels(*high, *low);
   std::vector<InkPoint> path;
   for (int i = 0; i <= graph.LastSample(); ++i) {
-    const double part = (levels.High() - graph.samples[static_cast<std::size_t>(i)]) /
-                        (levels.High() - levels.Low());
+    double part = (levels.High() - graph.samples[static_cast<std::size_t>(i)]) /
+                  (levels.High() - levels.Low());
+    if (!std::isfinite(part)) part = 0.5;  // levels that a double cannot tell apart
     path.push_back({kInset + (ink.Width() - 2 * kInset) * i / graph.LastSample(),
                     kInset + (kUnitsHigh - 2 * kInset) * part});
   }

@@ -1,5 +1,6 @@
 #include "mce/nonlinear/graph_presets.h"
 
+#include <cmath>
 #include <utility>
 
 #include "mapdata/numbers.h"

@@ -1,5 +1,6 @@
 #include "mce/nonlinear/graph_text.h"
 
+#include <cmath>
 #include <optional>
 #include <utility>
 

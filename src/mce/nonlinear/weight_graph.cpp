@@ -1,6 +1,7 @@
 #include "mce/nonlinear/weight_graph.h"
 
 #include <algorithm>
+#include <cmath>
 #include <iterator>
 #include <numeric>
 #include <optional>
@@ -248,6 +249,12 @@ void ResetToIdentity(WeightGraph& graph) {
   graph.bottomValue = 1;
   graph.type = GraphType::kLinear;
   graph.parameters = DefaultParameters();
+}
+
+const char* TypeWord(GraphType type) {
+  static constexpr const char* kWords[] = {
+      "No graph", "Line", "Bent line", "Bell curve", "Wave", "Exponential curve", "Points"};
+  return kWords[static_cast<std::size_t>(type)];
 }
 
 std::string describeGraph(const WeightGraph& graph) {

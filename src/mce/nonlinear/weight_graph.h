@@ -8,7 +8,6 @@
 #pragma once
 
 #include <array>
-#include <cmath>
 #include <cstddef>
 #include <string>
 #include <vector>
@@ -90,9 +89,10 @@ bool computeCustom(WeightGraph& graph, double top, double bottom);
 // The weight of `value`, which is not below 0 and not above the last sample: a sample, or the
 // straight line between two.
 inline double lookup(const WeightGraph& graph, double value) {
-  const double floor = std::floor(value);
-  const double* sample = graph.samples.data() + static_cast<std::size_t>(floor);
-  return value == floor ? *sample : *sample + (value - floor) * (sample[1] - *sample);
+  const int whole = static_cast<int>(value);
+  const double rest = value - whole;
+  const double* sample = graph.samples.data() + whole;
+  return rest == 0 ? *sample : *sample + rest * (sample[1] - *sample);
 }
 
 // What the information file of a map says about a graph: lines that begin with CR LF, without a
@@ -100,6 +100,9 @@ inline double lookup(const WeightGraph& graph, double value) {
 std::string describeGraph(const WeightGraph& graph);
 
 // NOLINTEND(readability-identifier-naming)
+
+// The type in a word, for windows: "Bell curve".
+const char* TypeWord(GraphType type);
 
 // That of the five above which belongs to `type`.
 bool ComputeCurve(WeightGraph& graph, GraphType type, const GraphParameters& parameters);

@@ -1,0 +1,99 @@
+// The part of a window in which a weight graph is edited: a plot, the six types with their
+// parameters and ready-made shapes, control points that are dragged, typed or moved by keys, and
+// graph files. Whatever is done takes effect on the graph at once.
+//
+// What the axis means the window says: the values of a factor's cells, or the steps of a time
+// series.
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "mapdata/app_context.h"
+#include "mce/nonlinear/graph_forms_window.h"
+#include "mce/nonlinear/graph_plot.h"
+#include "mce/nonlinear/weight_graph.h"
+#include "ui/window.h"
+
+namespace ormel {
+
+struct GraphAxis {
+  std::string caption;  // of the place under the mouse: "Value:"
+  std::vector<PlotTick> ticks;
+  std::function<std::string(double place)> textAt;  // of a part of the axis, 0 to 1
+};
+
+class GraphEditor {
+ public:
+  // Window, program and graph outlive the editor.
+  GraphEditor(ui::Window& window, AppContext& app, GraphAxis axis, WeightGraph& graph);
+
+  // Edits this graph from now on. Its samples are computed anew.
+  void Show(WeightGraph& graph);
+
+  // Everything but the buttons of graph files.
+  ui::LayoutItem Area();
+
+  ui::Picture picPlot;
+  ui::Label lblYMax;
+  ui::Label lblYavg;
+  ui::Label lblYMin;
+  ui::Label lblPlace;   // under the mouse
+  ui::Label lblWeight;  // of that place
+  ui::Label lblHint;
+  ui::TextBox txtPointMax;
+  ui::TextBox txtPointMin;
+  ui::SpinButton updPoint;     // the selected control point
+  ui::Label lblPoint;          // its number
+  ui::TextBox txtPointWeight;  // and its weight
+  ui::Button cmdPoints;
+  ui::Button cmdLoadCSV;
+  ui::Button cmdSaveCSV;
+  ui::Button cmdLoad;
+  ui::Button cmdSave;
+
+ private:
+  void ConnectHandlers();
+  PlotFrame Frame() const;
+  void Paint(Canvas& canvas) const;
+  bool ShowsPoints() const { return forms_.Shown() == GraphType::kCustom; }
+
+  void TakeType(GraphType type);
+  void Refresh(bool computed);
+  void TakeParameters(const GraphParameters& parameters);
+
+  // Control points, from 1.
+  double TopTyped() const;
+  double BottomTyped() const;
+  void ShowLimits(double top, double bottom);
+  void ComputePoints();
+  void SelectPoint(int index);
+  void ShowPoint();
+  void MovePoint(double weight);
+  void AskPointCount();
+
+  void UseMouse(const ui::MouseEvent& event);
+  void ReadOut(double place);
+  void UseKey(const std::string& key);
+
+  void LoadCsv();
+  void SaveCsv();
+  void LoadGraph();
+  void SaveGraph();
+
+  AppContext& app_;
+  ui::Window& window_;
+  const GraphAxis axis_;
+  WeightGraph* graph_;
+  GraphForms forms_;
+  int selected_ = 1;
+  double pointer_ = -1;                 // place under the mouse; -1: none
+  std::optional<PlotFrame> dragFrame_;  // stands still while a point is dragged
+};
+
+// The axis of a factor's values, 0 to 255.
+GraphAxis FactorValueAxis();
+
+}  // namespace ormel

@@ -1,0 +1,181 @@
+#include "mce/nonlinear/nonlinear_builder_window.h"
+
+#include <algorithm>
+#include <iterator>
+#include <utility>
+
+#include "mapdata/numbers.h"
+#include "mce/nonlinear/graph_editor_window.h"
+#include "mce/nonlinear/graph_plot.h"
+#include "mce/nonlinear/nonlinear_map_window.h"
+#include "mce/nonlinear/weight_window.h"
+
+namespace ormel {
+namespace {
+
+// The factors of a model take them in turn.
+constexpr Colour kFactorColours[] = {Rgb(255, 0, 0),     Rgb(0, 0, 255),   Rgb(0, 218, 0),
+                                     Rgb(255, 240, 0),   Rgb(255, 0, 255), Rgb(0, 226, 255),
+                                     Rgb(255, 255, 255), Rgb(255, 115, 0), Rgb(135, 135, 135),
+                                     Rgb(0, 0, 0),       Rgb(0, 0, 0)};
+
+constexpr int kPictureWidth = 90;
+constexpr int kPictureHeight = 26;
+constexpr int kLimitPlaces = 2;  // of the labels
+
+Extremes LimitsOf(const WeightGraph& graph) {
+  const auto [low, high] = std::minmax_element(graph.samples.begin(), graph.samples.end());
+  return {*high, *low};
+}
+
+}  // namespace
+
+FrmBuildC::FrmBuildC(AppContext& app)
+    : BuilderWindow(app, "frmBuildC", "cmf",
+                    {{"mReset", "Reset Weights", "", [this] { ResetWeights(); }, {}},
+                     {"mViewAll", "View All Weights", "", [this] { ViewAllWeights(); }, {}}}) {
+  cmdReset.SetToolTip("Let every value of every factor weigh itself");
+  cmdViewAll.SetToolTip("Draw the graphs of all factors in one scale");
+  cmdReset.onClick = [this] { ResetWeights(); };
+  cmdViewAll.onClick = [this] { ViewAllWeights(); };
+  Begin();
+  ShowPreview();
+}
+
+// ---- Rows ---------------------------------------------------------------------------------------
+
+void FrmBuildC::ResizeRows(int count) {
+  FColour.Resize(count);
+  PicCW.Resize(count);
+  cmdCW.Resize(count);
+  weights_.resize(static_cast<std::size_t>(count));
+}
+
+// A new factor weighs all values alike, but the first one of a cleared form begins as itself.
+void FrmBuildC::SetRowDefaults(int row) {
+  Weight(row) = {kFactorColours[static_cast<std::size_t>(row - 1) % std::size(kFactorColours)], {}};
+  if (row == 1 && wasCleared_) ResetToIdentity(Weight(row).graph);
+  FColour(row).SetToolTip("Colour of the factor's curve; click to change it");
+  FColour(row).onClick = [this, row] { PickColour(row); };
+  PicCW(row).SetStripHeight(kPictureHeight);
+  PicCW(row).SetToolTip("The factor's weight graph; click to see it below");
+  PicCW(row).SetPainter(kPictureWidth, kPictureHeight, [this, row](Canvas& canvas) {
+    DrawCurvePicture(canvas, Weight(row).graph, row == selected_ && !viewsAll_);
+  });
+  PicCW(row).onClick = [this, row] { SelectRow(row); };
+  PicCW(row).onDoubleClick = [this, row] { CustomizeWeight(row); };
+  cmdCW(row).SetCaption("Customize Weight");
+  cmdCW(row).onClick = [this, row] { CustomizeWeight(row); };
+  FColour(row).SetColour(Weight(row).colour);
+}
+
+void FrmBuildC::CopyRow(int from, int to) {
+  Weight(to) = Weight(from);
+  FColour(to).SetColour(Weight(to).colour);
+}
+
+std::vector<ui::LayoutItem> FrmBuildC::RowHeadings() const { return {"", "Weight graph", ""}; }
+
+std::vector<ui::LayoutItem> FrmBuildC::RowCells(int row) {
+  return {FColour(row), ui::Share(1, PicCW(row)), cmdCW(row)};
+}
+
+std::vector<ui::LayoutItem> FrmBuildC::RowTools() { return {cmdReset, cmdViewAll}; }
+
+std::vector<ui::LayoutItem> FrmBuildC::FurtherFrames() {
+  const ui::Table limits{{"Highest:", lblYMax}, {"Lowest:", lblYMin}};
+  return {ui::Share(4, ui::Frame{fraPreview, ui::Row{ui::Share(1, picPreview), limits}})};
+}
+
+std::array<std::string, 2> FrmBuildC::RowFields(int row) const { return FieldsOf(Weight(row)); }
+
+void FrmBuildC::SetRowFields(int row, const std::array<std::string, 2>& fields) {
+  TakeFields(fields, Weight(row));
+  FColour(row).SetColour(Weight(row).colour);
+}
+
+// Model files have them from the last to the first: a model that is saved and loaded again has them
+// turned round.
+std::vector<std::string> FrmBuildC::ConstraintsToSave() const {
+  return {CFL.Items().rbegin(), CFL.Items().rend()};
+}
+
+std::string FrmBuildC::RowName(int row) const {
+  return rows.IsFree(row) ? "Factor " + std::to_string(row) : rows.FList(row).Text();
+}
+
+void FrmBuildC::PickColour(int row) {
+  const auto colour = app_.desktop.PickColour("Select Factor Color", Weight(row).colour);
+  if (!colour) return;
+  Weight(row).colour = *colour;
+  FColour(row).SetColour(*colour);
+  MarkChanged();
+  ShowPreview();
+}
+
+// ---- Graphs -------------------------------------------------------------------------------------
+
+void FrmBuildC::SelectRow(int row) {
+  selected_ = row;
+  viewsAll_ = false;
+  ShowPreview();
+}
+
+void FrmBuildC::CustomizeWeight(int row) {
+  SelectRow(row);
+  FrmWeight editor(app_, RowName(row), Weight(row).graph, [this] { GraphsChanged(); });
+  app_.desktop.ShowModal(editor, this);
+}
+
+void FrmBuildC::GraphsChanged() {
+  MarkChanged();
+  ShowPreview();
+}
+
+void FrmBuildC::ResetWeights() {
+  for (GraphWeight& weight : weights_) ResetToIdentity(weight.graph);
+  GraphsChanged();
+}
+
+void FrmBuildC::ViewAllWeights() {
+  viewsAll_ = true;
+  ShowPreview();
+}
+
+// The curve of the selected row, or all of them in one scale.
+void FrmBuildC::ShowPreview() {
+  selected_ = std::clamp(selected_, 1, std::max(rows.Count(), 1));
+  const int first = viewsAll_ ? 1 : selected_;
+  const int last = viewsAll_ ? rows.Count() : std::min(selected_, rows.Count());
+  Extremes limits;
+  for (int row = first; row <= last; ++row) limits.Add(LimitsOf(Weight(row).graph));
+  if (!limits.Any()) limits = {kTopValue, 0};
+  lblYMax.SetCaption(NumberText(HalfEvenRound(limits.largest, kLimitPlaces)));
+  lblYMin.SetCaption(NumberText(HalfEvenRound(limits.smallest, kLimitPlaces)));
+  fraPreview.SetCaption(viewsAll_ ? "All weight graphs" : "Weight graph of " + RowName(selected_));
+  picPreview.SetPainter(PlotFrame::kWidth, PlotFrame::kHeight,
+                        [this, first, last, limits](Canvas& canvas) {
+                          GraphPlot plot;
+                          plot.ticks = FactorValueAxis().ticks;
+                          for (int row = first; row <= std::min(last, rows.Count()); ++row) {
+                            plot.curves.push_back({Weight(row).graph.samples, Weight(row).colour});
+                          }
+                          DrawGraphPlot(canvas, {limits.largest, limits.smallest}, plot);
+                        });
+  for (const auto& picture : PicCW) picture->Repaint();
+}
+
+// ---- On to the viewer ---------------------------------------------------------------------------
+
+std::unique_ptr<GeneratorWindow> FrmBuildC::MakeViewer() {
+  auto model = std::make_shared<NonlinearModel>();
+  for (int row = 1; row <= rows.Count(); ++row) {
+    model->factors.push_back({{rows.Folder(row), rows.FList(row).Text()}, Weight(row)});
+  }
+  model->constraints = CFL.Items();
+  model->title = txtTitle.Text();
+  model->palette = palette.Path();
+  return std::make_unique<FrmDrawC>(app_, std::move(model));
+}
+
+}  // namespace ormel
