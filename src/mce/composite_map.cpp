@@ -7,6 +7,7 @@
 #include "mapdata/constraint_mask.h"
 #include "mapdata/numbers.h"
 #include "mapdata/raster.h"
+#include "mce/lane_extremes.h"
 
 namespace ormel {
 namespace {
@@ -55,6 +56,15 @@ Outcome<ModelFrame> ReadFrame(const std::string& path) {
   return frame;
 }
 
+// Whether any value lies outside 0 to 255, NODATA included. Most rows need no closer look.
+bool LeavesScale(std::span<const double> values) {
+  LaneExtremes extremes;
+  ForEachInLanes(values.size(),
+                 [&](std::size_t i, std::size_t lane) { extremes.Add(lane, values[i], true); });
+  const Extremes all = extremes.All();
+  return IsOutsideScale(all.largest) || IsOutsideScale(all.smallest);
+}
+
 void CountRow(std::span<double> values, double nodata) {
   for (double& value : values) value = CountedValue(value, nodata);
 }
@@ -93,9 +103,10 @@ void CompositeMap::NoteOutOfRange(int row, std::span<const double> values, doubl
   const std::span<const std::uint8_t> mask = mask_.Row(row);
   const auto isFault = [nodata](double value) { return IsOutsideScale(value) & (value != nodata); };
   if (rules_.warnsOfEveryCell) {
-    bool any = false;
-    for (std::size_t i = 0; i < values.size(); ++i) any |= (mask[i] != 0) & isFault(values[i]);
-    outOfRange_ |= any;
+    if (outOfRange_ || !LeavesScale(values)) return;
+    for (std::size_t i = 0; i < values.size(); ++i) {
+      outOfRange_ |= mask[i] != 0 && isFault(values[i]);
+    }
     return;
   }
   for (std::size_t i = values.size(); i-- > 0;) {
@@ -108,14 +119,15 @@ void CompositeMap::NoteOutOfRange(int row, std::span<const double> values, doubl
 Outcome<std::string> CompositeMap::AccumulateFactor(const CompositeModel& model, int index,
                                                     const RowWatcher& watcher,
                                                     ProgressSink& progress) {
-  AddedExtremes added;
+  const std::unique_ptr<FactorAdder> adder = model.AdderOf(index);
   Outcome<std::string> read = ReadRows(
       RowsOf(model, index), progress, [&](int row, std::span<double> cells, double nodata) {
         NoteOutOfRange(row, cells, nodata);
         CountRow(cells, nodata);
-        model.AddRow(index, {cells, nodata, mask_.Row(row), sums_.Row(row)}, added);
+        adder->AddRow({cells, nodata, mask_.Row(row), sums_.Row(row)});
         if (watcher) watcher(row, cells, nodata);
       });
+  const AddedExtremes added = adder->Added();
   largest_ = std::max(largest_, added.sums.largest);
   if (index == model.FactorCount()) smallest_ = added.sums.smallest;
   weights_[static_cast<std::size_t>(index - 1)] = added.weights;

@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <limits>
+#include <memory>
 #include <span>
 #include <string>
 #include <vector>
@@ -62,6 +63,16 @@ struct AddedExtremes {
   Extremes weights;
 };
 
+// Adds the rows of one factor, one after the other.
+class FactorAdder {
+ public:
+  virtual ~FactorAdder() = default;
+  // Adds the weighted values of the allowed cells to their sums.
+  virtual void AddRow(const RowToAdd& row) = 0;
+  // What all rows have come to.
+  virtual AddedExtremes Added() const = 0;
+};
+
 class CompositeModel {
  public:
   std::vector<std::string> constraints;  // full paths
@@ -74,8 +85,8 @@ class CompositeModel {
   virtual int FactorCount() const = 0;
   virtual const FactorFile& Factor(int index) const = 0;
 
-  // Adds the weighted values of the allowed cells to their sums.
-  virtual void AddRow(int index, const RowToAdd& row, AddedExtremes& extremes) const = 0;
+  // Must not outlive the model.
+  virtual std::unique_ptr<FactorAdder> AdderOf(int index) const = 0;
   // What a cell of the factor adds to the sum.
   virtual double WeightedValue(int index, double value, double nodata) const = 0;
   // How the factor counts, in a word.

@@ -2,62 +2,42 @@
 
 #include <cstddef>
 
+#include "mce/lane_extremes.h"
+
 namespace ormel {
 namespace {
 
-// How one factor's row goes into the sums. The extremes are those of the sums in double precision,
-// before they are stored. They stand in several lanes, because a single one would make each cell
-// wait for the cell before it.
-struct LaneExtremes {
-  static constexpr std::size_t kLanes = 4;
-  double largest[kLanes];
-  double smallest[kLanes];
+template <bool HighValuesGood>
+class LinearAdder final : public FactorAdder {
+ public:
+  explicit LinearAdder(double weight) : weight_(weight) {}
 
-  LaneExtremes() {
-    std::fill_n(largest, kLanes, -std::numeric_limits<double>::infinity());
-    std::fill_n(smallest, kLanes, std::numeric_limits<double>::infinity());
+  void AddRow(const RowToAdd& row) override {
+    const auto [values, nodata, mask, sums] = row;
+    LaneExtremes extremes = extremes_;  // in registers
+    ForEachInLanes(values.size(), [&, values, mask, sums](std::size_t i, std::size_t lane) {
+      const double value = HighValuesGood ? values[i] : kTopValue - values[i];
+      const double sum = static_cast<double>(sums[i]) + weight_ * value;
+      const bool counts = mask[i] != 0;
+      sums[i] = counts ? static_cast<float>(sum) : sums[i];
+      extremes.Add(lane, sum, counts);
+    });
+    extremes_ = extremes;
   }
-  Extremes All() const {
-    return {*std::max_element(largest, largest + kLanes),
-            *std::min_element(smallest, smallest + kLanes)};
-  }
+
+  AddedExtremes Added() const override { return {extremes_.All(), {}}; }
+
+ private:
+  double weight_;
+  LaneExtremes extremes_;
 };
-
-template <bool HighValuesGood>
-inline void AddCell(double value, std::uint8_t allowed, double weight, float& sum, double& largest,
-                    double& smallest) {
-  const double next =
-      static_cast<double>(sum) + weight * (HighValuesGood ? value : kTopValue - value);
-  const bool counts = allowed != 0;
-  sum = counts ? static_cast<float>(next) : sum;
-  largest = counts && next > largest ? next : largest;
-  smallest = counts && next < smallest ? next : smallest;
-}
-
-template <bool HighValuesGood>
-void AddCells(const RowToAdd& row, double weight, LaneExtremes& extremes) {
-  const auto [values, nodata, mask, sums] = row;
-  const std::size_t count = values.size();
-  std::size_t i = 0;
-  for (; i + LaneExtremes::kLanes <= count; i += LaneExtremes::kLanes) {
-    for (std::size_t lane = 0; lane < LaneExtremes::kLanes; ++lane) {
-      AddCell<HighValuesGood>(values[i + lane], mask[i + lane], weight, sums[i + lane],
-                              extremes.largest[lane], extremes.smallest[lane]);
-    }
-  }
-  for (; i < count; ++i) {
-    AddCell<HighValuesGood>(values[i], mask[i], weight, sums[i], extremes.largest[0],
-                            extremes.smallest[0]);
-  }
-}
 
 }  // namespace
 
-void LinearModel::AddRow(int index, const RowToAdd& row, AddedExtremes& extremes) const {
+std::unique_ptr<FactorAdder> LinearModel::AdderOf(int index) const {
   const LinearFactor& factor = Factor(index);
-  LaneExtremes lanes;
-  (factor.highValuesGood ? AddCells<true> : AddCells<false>)(row, factor.weight, lanes);
-  extremes.sums.Add(lanes.All());
+  if (factor.highValuesGood) return std::make_unique<LinearAdder<true>>(factor.weight);
+  return std::make_unique<LinearAdder<false>>(factor.weight);
 }
 
 double LinearModel::WeightedValue(int index, double value, double nodata) const {

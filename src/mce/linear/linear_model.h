@@ -3,6 +3,7 @@
 //   w = W * T,  T = v or 255 - v
 #pragma once
 
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -24,7 +25,7 @@ class LinearModel final : public CompositeModel {
   const LinearFactor& Factor(int index) const override {
     return factors[static_cast<std::size_t>(index - 1)];
   }
-  void AddRow(int index, const RowToAdd& row, AddedExtremes& extremes) const override;
+  std::unique_ptr<FactorAdder> AdderOf(int index) const override;
   double WeightedValue(int index, double value, double nodata) const override;
   std::string WeightText(int index) const override { return std::to_string(Factor(index).weight); }
   std::string FactorsText() const override;

@@ -1,9 +1,11 @@
 #include "mce/nonlinear/nonlinear_model.h"
 
 #include <algorithm>
+#include <cmath>
 #include <limits>
 
 #include "mapdata/numbers.h"
+#include "mce/lane_extremes.h"
 #include "mce/nonlinear/graph_text.h"
 
 namespace ormel {
@@ -15,21 +17,55 @@ float Stored(double sum) {
   return static_cast<float>(std::clamp(sum, -kLargest, kLargest));
 }
 
+class GraphAdder final : public FactorAdder {
+ public:
+  explicit GraphAdder(const WeightGraph& graph) {
+    for (std::size_t i = 0; i < lines_.size(); ++i) {
+      const double rise = i + 1 < lines_.size() ? graph.samples[i + 1] - graph.samples[i] : 0;
+      lines_[i] = {graph.samples[i], std::isfinite(rise) ? rise : 0};
+    }
+  }
+
+  void AddRow(const RowToAdd& row) override {
+    const auto [values, nodata, mask, sums] = row;
+    LaneExtremes sumExtremes = sums_;  // in registers
+    LaneExtremes weightExtremes = weights_;
+    ForEachInLanes(values.size(), [&, values, mask, sums, nodata](std::size_t i, std::size_t lane) {
+      const double weight = WeightOf(values[i]);
+      const double sum = static_cast<double>(sums[i]) + weight;
+      const bool counts = (mask[i] != 0) & (values[i] != nodata);
+      sums[i] = counts ? Stored(sum) : sums[i];
+      sumExtremes.Add(lane, sum, counts);
+      weightExtremes.Add(lane, weight, counts);
+    });
+    sums_ = sumExtremes;
+    weights_ = weightExtremes;
+  }
+
+  AddedExtremes Added() const override { return {sums_.All(), weights_.All()}; }
+
+ private:
+  // lookup(), without its question for whole values: their rest is 0.
+  double WeightOf(double value) const {
+    const auto whole = static_cast<int>(value);
+    const Line& line = lines_[static_cast<std::size_t>(whole)];
+    return line.start + (value - whole) * line.rise;
+  }
+
+  // From one sample to the next.
+  struct Line {
+    double start;
+    double rise;
+  };
+  std::array<Line, kLargestFactorValue + 1> lines_;
+  LaneExtremes sums_;
+  LaneExtremes weights_;
+};
+
 }  // namespace
 
-void NonlinearModel::AddRow(int index, const RowToAdd& row, AddedExtremes& extremes) const {
-  const auto [values, nodata, mask, sums] = row;
-  const WeightGraph& graph = Factor(index).graph;
-  AddedExtremes added = extremes;
-  for (std::size_t i = 0; i < values.size(); ++i) {
-    if ((mask[i] == 0) | (values[i] == nodata)) continue;
-    const double weight = lookup(graph, values[i]);
-    const double sum = static_cast<double>(sums[i]) + weight;
-    added.weights.Add(weight);
-    added.sums.Add(sum);
-    sums[i] = Stored(sum);
-  }
-  extremes = added;
+std::unique_ptr<FactorAdder> NonlinearModel::AdderOf(int index) const {
+  return std::make_unique<GraphAdder>(Factor(index).graph);
 }
 
 double NonlinearModel::WeightedValue(int index, double value, double nodata) const {

@@ -5,6 +5,7 @@
 
 #include <array>
 #include <filesystem>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -34,7 +35,7 @@ class NonlinearModel final : public CompositeModel {
   }
   // NODATA and values outside 0 to 255 weigh what 0 weighs. Where 0 itself is NODATA, cells of 0
   // add nothing and take no part in the extremes.
-  void AddRow(int index, const RowToAdd& row, AddedExtremes& extremes) const override;
+  std::unique_ptr<FactorAdder> AdderOf(int index) const override;
   // NODATA for a cell that adds nothing.
   double WeightedValue(int index, double value, double nodata) const override;
   std::string WeightText(int index) const override;
