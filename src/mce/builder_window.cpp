@@ -114,7 +114,7 @@ void BuilderWindow::LayOut() {
       ui::Share(2, ui::Frame{"Palette", ui::Row{palette.txtPal, palette.cmdLP}, palette.PicPP,
                              ui::Stretch{}})};
   for (ui::LayoutItem& frame : FurtherFrames()) frames.items.push_back(std::move(frame));
-  SetLayout(ui::Column{ui::Row{"&Title:", txtTitle}, tools, rows.Area(), ui::Share(1, frames),
+  SetLayout(ui::Column{ui::Row{"&Title:", txtTitle}, tools, rows.Area(), ui::Share(3, frames),
                        ui::Row{cmdLoad, cmdSave, cmdClear, ui::Stretch{}, cmdOk, cmdClose}});
 }
 

@@ -106,14 +106,18 @@ ui::LayoutItem GraphEditor::Area() {
                              {"P&oint:", ui::Row{lblPoint, updPoint, ui::Stretch{}}},
                              {"&Weight:", txtPointWeight}});
   points.push_back(ui::Column{cmdPoints, cmdLoadCSV, cmdSaveCSV});
-  const ui::Table readOut{{axis_.caption, lblPlace}, {"Weight:", lblWeight}};
-  const ui::Table limits{{"Highest:", lblYMax}, {"Mean:", lblYavg}, {"Lowest:", lblYMin}};
   return ui::Column{
       forms_.Types(),
-      ui::Share(1, ui::Row{ui::Share(3, picPlot),
-                           ui::Share(1, ui::Column{forms_.Frames(std::move(points)), ui::Stretch{},
-                                                   ui::Frame{"Under the mouse", readOut},
-                                                   ui::Frame{"Limits", limits}})}),
+      ui::Share(1,
+                ui::Row{ui::Share(5, picPlot),
+                        ui::Share(2, ui::Column{forms_.Frames(std::move(points)), ui::Stretch{}})}),
+      ui::Row{
+          ui::Share(1, ui::Frame{"Under the mouse", ui::Row{axis_.caption, ui::Share(1, lblPlace),
+                                                            "Weight:", ui::Share(2, lblWeight)}}),
+          ui::Share(
+              1, ui::Frame{"Limits of the plot",
+                           ui::Row{"Lowest:", ui::Share(1, lblYMin), "Mean:", ui::Share(1, lblYavg),
+                                   "Highest:", ui::Share(1, lblYMax)}})},
       lblHint};
 }
 

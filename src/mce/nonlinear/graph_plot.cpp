@@ -42,6 +42,9 @@ std::vector<InkPoint> PathOf(const PlotFrame& frame, std::span<const double> sam
   return path;
 }
 
+// Too light to be seen on white without an edge.
+bool IsPale(Colour colour) { return 2 * Red(colour) + 5 * Green(colour) + Blue(colour) > 8 * 200; }
+
 // The weight of the straight lines between samples.
 double WeightAt(std::span<const double> samples, double place) {
   const double at = place * (static_cast<double>(samples.size()) - 1);
@@ -190,7 +193,9 @@ void DrawGraphPlot(Canvas& canvas, const PlotFrame& frame, const GraphPlot& plot
   ink.Clip(PlotFrame::kLeft - kSelectedRadius, 0, PlotFrame::kWidth, PlotFrame::kBottom + 6);
   if (plot.pointer >= 0 && !plot.curves.empty()) DrawPointer(ink, frame, plot);
   for (const PlotCurve& curve : plot.curves) {
-    ink.Stroke(PathOf(frame, curve.samples), kCurvePen, curve.colour);
+    const std::vector<InkPoint> path = PathOf(frame, curve.samples);
+    if (IsPale(curve.colour)) ink.Stroke(path, kCurvePen + 1.6, kAxisColour);
+    ink.Stroke(path, kCurvePen, curve.colour);
   }
   DrawHandles(ink, frame, plot);
 }

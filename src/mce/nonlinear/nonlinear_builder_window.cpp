@@ -83,8 +83,8 @@ std::vector<ui::LayoutItem> FrmBuildC::RowCells(int row) {
 std::vector<ui::LayoutItem> FrmBuildC::RowTools() { return {cmdReset, cmdViewAll}; }
 
 std::vector<ui::LayoutItem> FrmBuildC::FurtherFrames() {
-  const ui::Table limits{{"Highest:", lblYMax}, {"Lowest:", lblYMin}};
-  return {ui::Share(4, ui::Frame{fraPreview, ui::Row{ui::Share(1, picPreview), limits}})};
+  return {ui::Share(4, ui::Frame{fraPreview, picPreview,
+                                 ui::Row{"Lowest:", lblYMin, ui::Stretch{}, "Highest:", lblYMax}})};
 }
 
 std::array<std::string, 2> FrmBuildC::RowFields(int row) const { return FieldsOf(Weight(row)); }
@@ -142,26 +142,32 @@ void FrmBuildC::ViewAllWeights() {
   ShowPreview();
 }
 
-// The curve of the selected row, or all of them in one scale.
+// The selected row, or all that have a map; those without one take no part in the model.
+std::vector<int> FrmBuildC::RowsOnShow() const {
+  std::vector<int> shown;
+  for (int row = 1; viewsAll_ && row <= rows.Count(); ++row) {
+    if (!rows.IsFree(row)) shown.push_back(row);
+  }
+  if (shown.empty() && selected_ <= rows.Count()) shown.push_back(selected_);
+  return shown;
+}
+
 void FrmBuildC::ShowPreview() {
   selected_ = std::clamp(selected_, 1, std::max(rows.Count(), 1));
-  const int first = viewsAll_ ? 1 : selected_;
-  const int last = viewsAll_ ? rows.Count() : std::min(selected_, rows.Count());
   Extremes limits;
-  for (int row = first; row <= last; ++row) limits.Add(LimitsOf(Weight(row).graph));
+  for (const int row : RowsOnShow()) limits.Add(LimitsOf(Weight(row).graph));
   if (!limits.Any()) limits = {kTopValue, 0};
   lblYMax.SetCaption(NumberText(HalfEvenRound(limits.largest, kLimitPlaces)));
   lblYMin.SetCaption(NumberText(HalfEvenRound(limits.smallest, kLimitPlaces)));
   fraPreview.SetCaption(viewsAll_ ? "All weight graphs" : "Weight graph of " + RowName(selected_));
-  picPreview.SetPainter(PlotFrame::kWidth, PlotFrame::kHeight,
-                        [this, first, last, limits](Canvas& canvas) {
-                          GraphPlot plot;
-                          plot.ticks = FactorValueAxis().ticks;
-                          for (int row = first; row <= std::min(last, rows.Count()); ++row) {
-                            plot.curves.push_back({Weight(row).graph.samples, Weight(row).colour});
-                          }
-                          DrawGraphPlot(canvas, {limits.largest, limits.smallest}, plot);
-                        });
+  picPreview.SetPainter(PlotFrame::kWidth, PlotFrame::kHeight, [this, limits](Canvas& canvas) {
+    GraphPlot plot;
+    plot.ticks = FactorValueAxis().ticks;
+    for (const int row : RowsOnShow()) {
+      plot.curves.push_back({Weight(row).graph.samples, Weight(row).colour});
+    }
+    DrawGraphPlot(canvas, {limits.largest, limits.smallest}, plot);
+  });
   for (const auto& picture : PicCW) picture->Repaint();
 }
 

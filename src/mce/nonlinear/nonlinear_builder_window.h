@@ -54,6 +54,7 @@ class FrmBuildC final : public BuilderWindow {
   void ResetWeights();
   void ViewAllWeights();
   void GraphsChanged();
+  std::vector<int> RowsOnShow() const;
   void ShowPreview();
 
   std::deque<GraphWeight> weights_;  // an open editor holds on to one while rows come and go
