@@ -191,16 +191,15 @@ FrmView::Loading FrmView::LoadMap(const std::string& path, Place place) {
   {
     PanelProgress progress(*this, sbView);
     read = ReadMapValues(path, wanted, progress);
-    sbView.SetText(kPanelDone, read.Ok() ? "Done" : read.Failed() ? read.Text() : "Stopped");
+    sbView.SetText(kPanelDone, read.Ok() ? "Done" : "Stopped");
+    sbView.SetToolTip("");
   }
-  if (!read.Ok()) return read.Failed() ? Loading::kRefused : Loading::kStopped;
+  if (read.Failed()) return Refuse(read.Text());
+  if (!read.Ok()) return Loading::kStopped;
   MapValues& map = read.Value();
   const std::optional<Viewing> viewing = AskViewing(map.range.isScaled);
   if (!viewing) return Loading::kStopped;
-  if (!map.fault.empty()) {
-    sbView.SetText(kPanelDone, FileNamePart(path, true) + ": " + map.fault);
-    return Loading::kRefused;
-  }
+  if (!map.fault.empty()) return Refuse(FileNamePart(path, true) + ": " + map.fault);
   MapPicture picture;
   picture.path = path;
   picture.cells = std::move(map.cells);
@@ -208,12 +207,21 @@ FrmView::Loading FrmView::LoadMap(const std::string& path, Place place) {
   if (viewing == Viewing::kScaledVersion && map.range.min == map.range.max) ++picture.specs.Max;
   picture.viewing = *viewing;
   picture.palette = DefaultPalette();
-  if (!Draw(picture)) return Loading::kRefused;
+  if (!Draw(picture)) {
+    return Refuse(FileNamePart(path, true) + ": does not fit into the memory of this machine");
+  }
   if (place == Place::kInsteadOfAll) CloseAll();
   view_.Add(std::move(picture), map.specs);
   PicturesChanged();
   FocusOn(panes_.picMap(view_.Selected()));
   return Loading::kDone;
+}
+
+// The message is the same for whatever is wrong: the strip tells what it was, its tool tip in full.
+FrmView::Loading FrmView::Refuse(const std::string& why) {
+  sbView.SetText(kPanelDone, why);
+  sbView.SetToolTip(why);
+  return Loading::kRefused;
 }
 
 std::optional<Viewing> FrmView::AskViewing(bool isScaled) {
@@ -243,7 +251,6 @@ bool FrmView::Draw(MapPicture& picture) {
   try {
     DrawPicture(picture, app_.settings.constraintColor, progress);
   } catch (const std::bad_alloc&) {
-    sbView.SetText(kPanelDone, "The map does not fit into the memory of this machine.");
     return false;
   }
   sbView.SetText(kPanelDone, "Done");

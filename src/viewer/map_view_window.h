@@ -54,6 +54,7 @@ class FrmView final : public ui::Window {
   MapPicture& Selected() { return view_(view_.Selected()); }
 
   void AddByDialog(const std::string& title, const std::string& pattern, Place place);
+  Loading Refuse(const std::string& why);
   Loading LoadMap(const std::string& path, Place place);
   std::optional<Viewing> AskViewing(bool isScaled);
   Palette DefaultPalette();
