@@ -42,9 +42,9 @@ std::vector<ui::MenuSpec> Joined(std::vector<ui::MenuSpec> first,
 
 }  // namespace
 
-BuilderWindow::BuilderWindow(AppContext& app, const std::string& name, std::string extension,
-                             std::vector<ui::MenuSpec> tools)
-    : Window(name, "Build a Model"),
+BuilderWindow::BuilderWindow(AppContext& app, const std::string& name, const std::string& caption,
+                             std::string extension, std::vector<ui::MenuSpec> tools)
+    : Window(name, caption),
       palette(*this, app),
       menu(*this, {{"mFile",
                     "&File",

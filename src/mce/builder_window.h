@@ -51,8 +51,8 @@ class BuilderWindow : public ui::Window, public RunningModel, protected FactorRo
 
  protected:
   // `extension` is that of the model files; `tools` come first in the menu "Tools".
-  BuilderWindow(AppContext& app, const std::string& name, std::string extension,
-                std::vector<ui::MenuSpec> tools);
+  BuilderWindow(AppContext& app, const std::string& name, const std::string& caption,
+                std::string extension, std::vector<ui::MenuSpec> tools);
 
   // The end of every builder's constructor: one empty row, and the model runs.
   void Begin();

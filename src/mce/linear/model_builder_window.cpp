@@ -25,7 +25,7 @@ int Rounded(double value) {
 }  // namespace
 
 FrmBuild::FrmBuild(AppContext& app)
-    : BuilderWindow(app, "frmBuild", "mif",
+    : BuilderWindow(app, "frmBuild", "Build a Model", "mif",
                     {{"mEigen", "Derive Weights", "", [this] { DeriveWeights(); }, {}},
                      {"mScale", "Scale Weights", "", [this] { ScaleWeights(); }, {}}}) {
   cmdEigen.SetToolTip("Compare the factors in pairs");

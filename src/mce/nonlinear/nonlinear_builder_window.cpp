@@ -31,7 +31,7 @@ Extremes LimitsOf(const WeightGraph& graph) {
 }  // namespace
 
 FrmBuildC::FrmBuildC(AppContext& app)
-    : BuilderWindow(app, "frmBuildC", "cmf",
+    : BuilderWindow(app, "frmBuildC", "Build a Non-Linear Model", "cmf",
                     {{"mReset", "Reset Weights", "", [this] { ResetWeights(); }, {}},
                      {"mViewAll", "View All Weights", "", [this] { ViewAllWeights(); }, {}}}) {
   cmdReset.SetToolTip("Let every value of every factor weigh itself");
