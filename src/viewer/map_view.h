@@ -1,4 +1,4 @@
-// The pictures of one viewer: up to four maps of one specification, each with its own view. Nothing
+// The pictures of one viewer: up to four maps on one grid, each with its own view. Nothing
 // here is drawn or asked; the window shows what it says.
 //
 // Pictures are counted from 1. A closed one hands its number to the one behind it.
@@ -30,7 +30,7 @@ class MapView {
   int Selected() const { return selected_; }
   void Select(int picture);
 
-  // Adds a picture and selects it. The first one gives the specification. Not when IsFull().
+  // Adds a picture and selects it. The first one sets the grid. Not when IsFull().
   void Add(MapPicture picture, const ViewSpecs& specs);
   void Close(int picture);
   void CloseAll();

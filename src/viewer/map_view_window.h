@@ -1,4 +1,4 @@
-// The window "Map Viewer": up to four maps of one specification side by side, zoomed and panned,
+// The window "Map Viewer": up to four maps on one grid side by side, zoomed and panned,
 // with a read-out of the cell under the mouse, a palette for each, a measuring tool and the export
 // of what is on show. It works on files and knows nothing of the running model.
 #pragma once
@@ -24,7 +24,7 @@ class FrmView final : public ui::Window {
   bool OpenMapFile(const std::string& path);
 
   // Shows an image as a picture without cells; `specs` lays it on the map. False: the window is
-  // full, or its maps have another specification.
+  // full, or its maps lie on another grid.
   bool ShowImage(const std::string& name, Canvas image, const ViewSpecs& specs);
 
   // What tools that draw on a viewer need. Pictures count from 1.
