@@ -309,7 +309,7 @@ void BuilderWindow::cmdSave_Click() {
 void BuilderWindow::LoadModel(std::string path) {
   const bool asked = path.empty();
   if (asked) {
-    if (changed_ &&
+    if (AsksBeforeLoading() &&
         app_.desktop.Ask("This will clear existing data! Do you still want to proceed?",
                          "Load Saved Model File", ui::Buttons::kYesNoCancel) != ui::Answer::kYes) {
       return;

@@ -67,11 +67,14 @@ class BuilderWindow : public ui::Window, public RunningModel, protected FactorRo
   virtual void SetRowFields(int row, const std::array<std::string, 2>& fields) = 0;
   // The constraints in the order in which the model file has them.
   virtual std::vector<std::string> ConstraintsToSave() const { return CFL.Items(); }
+  // Whether a person who loads another model is asked first.
+  virtual bool AsksBeforeLoading() const { return changed_; }
   virtual void FormCleared() {}
   virtual void ModelLoaded() {}
   // The viewer of the model on the form. Every row has a file that exists.
   virtual std::unique_ptr<GeneratorWindow> MakeViewer() = 0;
 
+  bool Changed() const { return changed_; }
   void MarkChanged() { changed_ = true; }
   void LoadModel(std::string path);
 

@@ -100,6 +100,11 @@ std::vector<std::string> FrmBuildC::ConstraintsToSave() const {
   return {CFL.Items().rbegin(), CFL.Items().rend()};
 }
 
+bool FrmBuildC::AsksBeforeLoading() const {
+  const std::vector<bool> free = rows.Free();
+  return Changed() || CFL.Count() > 0 || std::find(free.begin(), free.end(), false) != free.end();
+}
+
 std::string FrmBuildC::RowName(int row) const {
   return rows.IsFree(row) ? "Factor " + std::to_string(row) : rows.FList(row).Text();
 }

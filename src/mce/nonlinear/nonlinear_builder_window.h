@@ -41,6 +41,8 @@ class FrmBuildC final : public BuilderWindow {
   std::array<std::string, 2> RowFields(int row) const override;
   void SetRowFields(int row, const std::array<std::string, 2>& fields) override;
   std::vector<std::string> ConstraintsToSave() const override;
+  // Saved or not: graphs are much work.
+  bool AsksBeforeLoading() const override;
   void FormCleared() override { wasCleared_ = true; }
   void ModelLoaded() override { SelectRow(1); }
   std::unique_ptr<GeneratorWindow> MakeViewer() override;
