@@ -105,22 +105,6 @@ TEST(GraphPlot, LooksAlikeInEverySize) {
   }
 }
 
-TEST(GraphPlot, ManyCurvesHaveNoTintAndHandlesTellWhichIsSelected) {
-  const WeightGraph one = Line("0", "255");
-  const WeightGraph two = Line("0", "127.5");
-  const std::vector<double> points = {0, 255};
-  Canvas canvas(1280, 840);  // two pixels a unit
-  DrawGraphPlot(canvas, PlotFrame(255, 0),
-                {{}, {{one.samples, kBlack}, {two.samples, kHandle}}, points, 2});
-  EXPECT_EQ(canvas.Pixel(400, 573), kBlack);
-  EXPECT_EQ(canvas.Pixel(400, 659), kHandle);
-  EXPECT_EQ(canvas.Pixel(400, 700), kWhite);
-  EXPECT_EQ(canvas.Pixel(120, 745), kWhite);
-  EXPECT_EQ(canvas.Pixel(120, 750), kCurveColour);
-  EXPECT_EQ(canvas.Pixel(1244, 54), Rgb(255, 224, 200));
-  EXPECT_EQ(canvas.Pixel(1244, 64), kHandle);
-}
-
 TEST(GraphPlot, CurvePicturesShowTheShapeAndWhichIsChosen) {
   for (const bool chosen : {false, true}) {
     Canvas canvas(60, 40);
@@ -148,6 +132,9 @@ TEST(GraphPlot, AnyWeightsAndSizesAreDrawn) {
                     {{{0, "?"}, {1, "1/1/2000"}}, {{flat.samples, kBlack}}, {}, 0, 1});
       EXPECT_TRUE(Holds(canvas, kBlack)) << weight << " " << top;
     }
+    Canvas picture(60, 40);
+    DrawCurvePicture(picture, flat, false);
+    EXPECT_TRUE(Holds(picture, kCurveColour)) << weight;
   }
   const WeightGraph line = Line("0", "1");
   for (const auto& [width, height] : {std::pair(0, 0), std::pair(1, 1), std::pair(3, 900)}) {
@@ -185,19 +172,6 @@ TEST(Ink, BlocksHaveAtLeastOnePixelAndStayInsideTheClip) {
     const Colour expected = pixel == 'B' ? kBlack : pixel == 'H' ? kHandle : kWhite;
     EXPECT_EQ(canvas.Pixel(i % 10, i / 10), expected) << i;
   }
-}
-
-// A digit is 4 units wide and 6 high, a point 0, a minus 3, with 2 between.
-TEST(Ink, FiguresAreAsWideAsTheirStrokes) {
-  EXPECT_EQ(Ink::FiguresWidth("", 6), 0);
-  EXPECT_EQ(Ink::FiguresWidth("12", 6), 4 + 2 + 4);
-  EXPECT_EQ(Ink::FiguresWidth("-1.5", 12), 2 * (3 + 2 + 4 + 2 + 0 + 2 + 4));
-  Canvas canvas(200, 100);
-  Ink(canvas, 1).Figures(20, 80, "7", 60, kBlack);
-  EXPECT_EQ(canvas.Pixel(40, 20), kBlack);  // its upper line, 60 above the foot
-  EXPECT_EQ(canvas.Pixel(30, 79), kBlack);  // its foot, a unit to the right
-  EXPECT_EQ(canvas.Pixel(40, 75), kWhite);
-  EXPECT_FALSE(canvas.Pixel(70, 20) == kBlack);
 }
 
 }  // namespace
