@@ -55,7 +55,11 @@ Outcome<std::vector<double>> ReadCsvNumbers(const std::filesystem::path& path) {
   if (!file.Ok()) return file.Stop();
   std::vector<double> numbers;
   std::string line;
-  while (file.Value().ReadLine(line)) AddNumbers(line, numbers);
+  while (file.Value().ReadLine(line)) {
+    // Spreadsheets put a mark of their encoding in front of the first number.
+    if (line.starts_with("\xEF\xBB\xBF")) line.erase(0, 3);
+    AddNumbers(line, numbers);
+  }
   if (!file.Value().Error().empty()) return Failure{FailureKind::kDisk, file.Value().Error()};
   return numbers;
 }
