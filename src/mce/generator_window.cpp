@@ -279,6 +279,7 @@ void GeneratorWindow::PutOnShow(int layer) {
   PictureOf(layer).picture->SetVisible(true);
   PictureOf(layer).picture->Repaint();
   for (ui::Label* label : {&lblScaleMin, &lblScaleMax}) label->SetVisible(true);
+  for (ui::Label* label : {&lblValue, &lblWeightedValue}) label->SetCaption("");  // of another map
   ShowPictureLabels();
 }
 

@@ -36,6 +36,9 @@ class GraphEditor {
   // Everything but the buttons of graph files.
   ui::LayoutItem Area();
 
+  // Where a person begins.
+  ui::Control& FirstControl() { return ShowsPoints() ? picPlot : forms_.FirstField(); }
+
   ui::Picture picPlot;
   ui::Label lblYMax;
   ui::Label lblYavg;

@@ -1,5 +1,6 @@
 #include "mce/nonlinear/graph_forms_window.h"
 
+#include <algorithm>
 #include <string>
 #include <utility>
 
@@ -113,6 +114,12 @@ GraphParameters GraphForms::Entered() const {
     parameters[kInvertSlot - 1] = chkExpInvert_.Checked() ? "1" : "0";
   }
   return parameters;
+}
+
+ui::Control& GraphForms::FirstField() const {
+  return *std::find_if(fields_.begin(), fields_.end(), [this](const Field& field) {
+            return field.type == shown_;
+          })->box;
 }
 
 void GraphForms::Put(GraphType type, const GraphParameters& parameters) {

@@ -26,6 +26,8 @@ class GraphForms {
   // Draws the pictures of the types anew.
   void DrawTypes(const WeightGraph& graph);
   GraphType Shown() const { return shown_; }
+  // Of the type on show; it must be one with parameters.
+  ui::Control& FirstField() const;
 
   // The pictures of the types side by side, and the frames, of which that of the control points
   // holds `points`.

@@ -106,6 +106,8 @@ NonlinearModel NonlinearModelOf(const ModelText& text) {
     GraphFactor& factor = model.factors.emplace_back();
     factor.folder = FolderPart(read.path);
     factor.name = FileNamePart(read.path, true);
+    // As in the builder, whose first row begins so: it shows what has no graph that can be read.
+    if (model.factors.size() == 1) ResetToIdentity(factor.graph);
     TakeFields(read.fields, factor);
   }
   model.constraints = text.constraints;

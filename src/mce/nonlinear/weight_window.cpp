@@ -16,6 +16,7 @@ FrmWeight::FrmWeight(AppContext& app, const std::string& caption, WeightGraph& g
   cmdDone.onClick = [this, &app] { app.desktop.Close(*this); };
   SetLayout(ui::Column{ui::Share(1, editor.Area()),
                        ui::Row{editor.cmdLoad, editor.cmdSave, ui::Stretch{}, cmdDone}});
+  FocusOn(editor.FirstControl());
 }
 
 }  // namespace ormel
