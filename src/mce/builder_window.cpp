@@ -130,6 +130,7 @@ void BuilderWindow::DeleteChecked() {
   if (std::find(marked.begin(), marked.end(), true) == marked.end()) return;
   DeleteRows(marked);
   MarkChanged();
+  RowsChanged();
 }
 
 void BuilderWindow::DeleteRows(const std::vector<bool>& marked) {
@@ -144,6 +145,7 @@ void BuilderWindow::SpinRows() {
     if (!rows.IsFree(row)) MarkChanged();  // a free row is no part of the model
   }
   SetRowCount(count);
+  RowsChanged();
 }
 
 // ---- Maps that join -----------------------------------------------------------------------------
@@ -177,6 +179,7 @@ bool BuilderWindow::TakeFactor(int row, const std::string& path) {
   rows.PutFile(row, registration.path);
   MarkChanged();
   if (!rows.IsFree(rows.Count())) SetRowCount(rows.Count() + 1);
+  RowsChanged();
   return true;
 }
 
@@ -191,6 +194,7 @@ void BuilderWindow::ChooseFromList(int row) {
   MarkChanged();
   const std::string path = JoinPath(rows.Folder(row), rows.FList(row).Text());
   if (!Register(path, CheckMode::kFactor, row).Accepted()) rows.FList(row).SetText("");
+  RowsChanged();
 }
 
 // Each file of a drop takes the first free row.
@@ -269,6 +273,7 @@ void BuilderWindow::AskAndClear() {
   if (answer != ui::Answer::kYes) return;
   ClearForm();
   SetRowCount(1);
+  RowsChanged();
 }
 
 // ---- Model files --------------------------------------------------------------------------------
@@ -365,6 +370,7 @@ void BuilderWindow::RA(const DirectoryChoice& choice) {
     MarkChanged();
   }
   if (rows.Count() == 0) SetRowCount(1);
+  RowsChanged();
   if (uniform) return;
   app_.desktop.Message(
       "Some of the data in the specified directory was not uniform. Such data was excluded.");
@@ -432,6 +438,7 @@ void BuilderWindow::Accept() {
     return;
   }
   DeleteRows(free);
+  RowsChanged();
   for (int row = 1; row <= rows.Count(); ++row) {
     if (!Exists(rows.Path(row))) return app_.desktop.Message(rows.Path(row) + " Does Not Exist!");
   }

@@ -70,6 +70,8 @@ class BuilderWindow : public ui::Window, public RunningModel, protected FactorRo
   // Whether a person who loads another model is asked first.
   virtual bool AsksBeforeLoading() const { return changed_; }
   virtual void FormCleared() {}
+  // A person gave rows other maps, or took some away.
+  virtual void RowsChanged() {}
   virtual void ModelLoaded() {}
   // The viewer of the model on the form. Every row has a file that exists.
   virtual std::unique_ptr<GeneratorWindow> MakeViewer() = 0;

@@ -1,7 +1,7 @@
 # Runs one command script in a fresh folder that has the examples and the test data beside it:
 # A file of the script's name in data/, ending in inf, is there as the settings.
 #   cmake -DPROGRAM=... -DSOURCE=... -DSCRIPT=... -DFOLDER=... [-DMODEL=...] -P run_script.cmake
-# The script must exit with 0, and print what NAME.out holds when there is such a file.
+# The script must exit with 0, and print what data/NAME.out holds when there is such a file.
 file(REMOVE_RECURSE ${FOLDER})
 file(MAKE_DIRECTORY ${FOLDER})
 file(CREATE_LINK ${SOURCE}/examples ${FOLDER}/examples SYMBOLIC)
@@ -20,7 +20,7 @@ message("${printed}${faults}")
 if(NOT status EQUAL 0)
   message(FATAL_ERROR "exit status ${status}")
 endif()
-string(REGEX REPLACE "script$" "out" expected ${SCRIPT})
+string(REGEX REPLACE "scripts/([^/]*).script$" "data/\\1.out" expected ${SCRIPT})
 if(EXISTS ${expected})
   file(READ ${expected} wanted)
   if(NOT printed STREQUAL wanted)

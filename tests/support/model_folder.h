@@ -1,4 +1,4 @@
-// A linear model in a folder of its own, written map by map.
+// A model in a folder of its own, written map by map.
 #pragma once
 
 #include <initializer_list>
@@ -18,23 +18,20 @@ namespace ormel::testing {
 
 using Cells = std::vector<std::vector<double>>;
 
-enum class Good { kHigh, kLow };
-
-class ModelFolder {
+// Of a model of any kind.
+template <class Model>
+class MapFolder {
  public:
-  LinearModel model;
+  Model model;
 
   std::string Path(const std::string& name) const { return (folder_ / name).string(); }
   const TemporaryFolder& Folder() const { return folder_; }
 
-  void AddFactor(const Cells& cells, int weight, Good good = Good::kHigh,
-                 std::optional<double> nodata = std::nullopt) {
-    AddFactorText(MapText(cells, nodata), weight, good);
-  }
-  void AddFactorText(const std::string& text, int weight, Good good = Good::kHigh) {
+  // Writes the map of the next factor, which the model does not have yet: f1.asc, f2.asc, ...
+  FactorFile WriteFactor(const std::string& text) const {
     const std::string name = "f" + std::to_string(model.factors.size() + 1) + ".asc";
     folder_.Write(name, text);
-    model.factors.push_back({folder_.Path().string() + "/", name, weight, good == Good::kHigh});
+    return {folder_.Path().string() + "/", name};
   }
   void AddConstraint(const Cells& cells) {
     const std::string name = "c" + std::to_string(model.constraints.size() + 1) + ".asc";
@@ -45,7 +42,7 @@ class ModelFolder {
   CompositeMap Accumulate() const {
     NoProgress quiet;
     CompositeMap map = std::move(CompositeMap::Begin(model).Value());
-    for (int i = 1; i <= static_cast<int>(model.factors.size()); ++i) {
+    for (int i = 1; i <= model.FactorCount(); ++i) {
       EXPECT_TRUE(map.AccumulateFactor(model, i, {}, quiet).Ok());
     }
     return map;
@@ -57,9 +54,9 @@ class ModelFolder {
     const Outcome<> written =
         WriteComposite(Accumulate(), model, Path("out.asc"), decimalPlaces, quiet, {});
     EXPECT_TRUE(written.Ok()) << written.Text();
-    const std::string text = ReadText(Path("out.asc"));
-    const std::size_t rows = text.find("\r\n ");
-    return rows == std::string::npos ? "" : text.substr(rows + 2);
+    std::string text = ReadText(Path("out.asc"));
+    for (int line = 1; line <= kHeaderLines; ++line) text.erase(0, text.find('\n') + 1);
+    return text;
   }
 
   static std::string MapText(const Cells& cells, std::optional<double> nodata = std::nullopt) {
@@ -75,7 +72,23 @@ class ModelFolder {
   }
 
  private:
+  static constexpr int kHeaderLines = 5;
+
   TemporaryFolder folder_;
+};
+
+enum class Good { kHigh, kLow };
+
+// Of a linear model.
+class ModelFolder : public MapFolder<LinearModel> {
+ public:
+  void AddFactor(const Cells& cells, int weight, Good good = Good::kHigh,
+                 std::optional<double> nodata = std::nullopt) {
+    AddFactorText(MapText(cells, nodata), weight, good);
+  }
+  void AddFactorText(const std::string& text, int weight, Good good = Good::kHigh) {
+    model.factors.push_back({WriteFactor(text), weight, good == Good::kHigh});
+  }
 };
 
 }  // namespace ormel::testing

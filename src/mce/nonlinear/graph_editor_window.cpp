@@ -228,12 +228,12 @@ void GraphEditor::AskPointCount() {
   const auto answer = app_.desktop.Prompt("New Number of Points", "Change number of points",
                                           std::to_string(graph_->pointCount));
   if (!answer || answer->empty()) return;
-  const double count = HalfEvenRound(TextToNumber(*answer));
+  const double count = TextToNumber(*answer);
   if (count < kFewestGraphPoints || count > kMostGraphPoints) {
     app_.desktop.Message("Number of points must be between 2 and 500");
     return;
   }
-  graph_->pointCount = static_cast<int>(count);
+  graph_->pointCount = static_cast<int>(HalfEvenRound(count));
   ShowPoint();
   ComputePoints();
 }
@@ -306,10 +306,15 @@ void GraphEditor::LoadCsv() {
         ui::kProgramTitle, ui::Buttons::kYesNoCancel);
     if (answer == ui::Answer::kYes) fill = CsvFill::kInterpolate;
   }
-  FillPoints(*graph_, values, fill);
-  ShowLimits(graph_->topValue, graph_->bottomValue);
-  ShowPoint();
-  ComputePoints();
+  WeightGraph filled = *graph_;
+  FillPoints(filled, values, fill);
+  const bool computed = computeCustom(filled, filled.topValue, filled.bottomValue);
+  if (computed) {
+    *graph_ = std::move(filled);
+    ShowLimits(graph_->topValue, graph_->bottomValue);
+    ShowPoint();
+  }
+  Refresh(computed);
 }
 
 void GraphEditor::SaveCsv() {

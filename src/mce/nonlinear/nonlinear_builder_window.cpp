@@ -105,6 +105,12 @@ bool FrmBuildC::AsksBeforeLoading() const {
   return Changed() || CFL.Count() > 0 || std::find(free.begin(), free.end(), false) != free.end();
 }
 
+void FrmBuildC::FormCleared() {
+  wasCleared_ = true;
+  viewsAll_ = false;
+  selected_ = 1;
+}
+
 std::string FrmBuildC::RowName(int row) const {
   return rows.IsFree(row) ? "Factor " + std::to_string(row) : rows.FList(row).Text();
 }
@@ -139,6 +145,7 @@ void FrmBuildC::GraphsChanged() {
 
 void FrmBuildC::ResetWeights() {
   for (GraphWeight& weight : weights_) ResetToIdentity(weight.graph);
+  viewsAll_ = false;
   GraphsChanged();
 }
 

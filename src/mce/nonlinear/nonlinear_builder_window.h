@@ -43,7 +43,8 @@ class FrmBuildC final : public BuilderWindow {
   std::vector<std::string> ConstraintsToSave() const override;
   // Saved or not: graphs are much work.
   bool AsksBeforeLoading() const override;
-  void FormCleared() override { wasCleared_ = true; }
+  void FormCleared() override;
+  void RowsChanged() override { ShowPreview(); }
   void ModelLoaded() override { SelectRow(1); }
   std::unique_ptr<GeneratorWindow> MakeViewer() override;
 
