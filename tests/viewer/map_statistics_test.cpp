@@ -11,7 +11,6 @@ namespace ormel {
 namespace {
 
 using testing::MapText;
-using testing::TemporaryFolder;
 
 class MapStatisticsTest : public ::testing::Test {
  protected:
@@ -22,7 +21,7 @@ class MapStatisticsTest : public ::testing::Test {
   MapStatsRecord Figures(const MapToCount& map) { return MapStatistics(map, quiet).Value(); }
 
   NoProgress quiet;
-  TemporaryFolder folder;
+  testing::TemporaryFolder folder;
 };
 
 TEST_F(MapStatisticsTest, FiguresOfASmallMap) {
@@ -40,36 +39,26 @@ TEST_F(MapStatisticsTest, FiguresOfASmallMap) {
   EXPECT_EQ(distribution.histogram[255], 1);
 }
 
-TEST_F(MapStatisticsTest, OnlyOnesOfTheConstraintCount) {
-  const MapStatsRecord figures = Figures(Count(MapText({{1, 2, 4, 8}}), MapText({{1, 0, 2, 1}})));
-  EXPECT_EQ(figures.cellSum, 1 + 8);
-  // One that ends early goes on with its last value.
-  EXPECT_EQ(Figures(Count(MapText({{1, 2, 4, 8}}), MapText({{0, 1}}))).cellSum, 2 + 4 + 8);
+TEST_F(MapStatisticsTest, OnlyOnesOfTheConstraintCountAndWhatStandsBehindTheLastRow) {
+  const auto sum = [&](const MapToCount& map) { return Figures(map).cellSum; };
+  EXPECT_EQ(sum(Count(MapText({{1, 2, 4, 8}}), MapText({{1, 0, 2, 1}}))), 1 + 8);
+  // A constraint that ends early goes on with its last value.
+  EXPECT_EQ(sum(Count(MapText({{1, 2, 4, 8}}), MapText({{0, 1}}))), 2 + 4 + 8);
+  EXPECT_EQ(sum(Count(MapText({{1, 2}}) + " 40\r\n")), 1 + 2 + 40);
 }
 
-TEST_F(MapStatisticsTest, WhatStandsBehindTheLastRowCounts) {
-  EXPECT_EQ(Figures(Count(MapText({{1, 2}}) + " 40\r\n")).cellCount, 3);
-}
-
-TEST_F(MapStatisticsTest, WithoutACountedCellOnlyCountAndSumAreKnown) {
-  const MapToCount map = Count(MapText({{9, 9}}, 9));
-  const MapStatsRecord figures = Figures(map);
-  EXPECT_EQ(figures.cellCount, 0);
-  EXPECT_EQ(figures.cellSum, 0);
-  EXPECT_FALSE(figures.minimum || figures.maximum || figures.mean);
-  EXPECT_FALSE(DistributionOf(map, figures, quiet).Value().standardDeviation);
-}
-
-TEST_F(MapStatisticsTest, AFlatMapHasNoCategories) {
-  const MapToCount map = Count(MapText({{7, 7}}));
-  const MapDistribution distribution = DistributionOf(map, Figures(map), quiet).Value();
+TEST_F(MapStatisticsTest, MapsOfNoValueOfOneAndNoMap) {
+  const MapToCount empty = Count(MapText({{9, 9}}, 9));
+  const MapStatsRecord none = Figures(empty);
+  EXPECT_TRUE(none.cellCount == 0 && none.cellSum == 0);
+  EXPECT_FALSE(none.minimum || none.maximum || none.mean);
+  EXPECT_FALSE(DistributionOf(empty, none, quiet).Value().standardDeviation);
+  const MapToCount flat = Count(MapText({{7, 7}}));
+  const MapDistribution distribution = DistributionOf(flat, Figures(flat), quiet).Value();
   EXPECT_EQ(distribution.standardDeviation, 0);
   for (const std::int64_t count : distribution.histogram) EXPECT_EQ(count, 0);
-}
-
-TEST_F(MapStatisticsTest, AMissingFileFails) {
   EXPECT_TRUE(MapStatistics({"no/such.asc", ""}, quiet).Failed());
-  EXPECT_TRUE(MapStatistics({Count(MapText({{1}})).path, "no/such.asc"}, quiet).Failed());
+  EXPECT_TRUE(MapStatistics({flat.path, "no/such.asc"}, quiet).Failed());
 }
 
 }  // namespace

@@ -9,20 +9,14 @@
 namespace ormel {
 namespace {
 
-using testing::MapText;
 using testing::ReadText;
-using testing::TemporaryFolder;
-using testing::WriteText;
 
-// Ten columns and eight rows; a cell is its row and column, 0307 in the third row and seventh
+// Ten columns and eight rows; a cell is its row and column, 307 in the third row and seventh
 // column.
-testing::Rows Numbered() {
-  testing::Rows rows;
-  for (int row = 1; row <= 8; ++row) {
-    rows.emplace_back();
-    for (int column = 1; column <= 10; ++column) rows.back().push_back(100 * row + column);
-  }
-  return rows;
+std::string Numbered() {
+  testing::Rows rows(8, std::vector<double>(10));
+  for (int i = 0; i < 80; ++i) rows[i / 10][i % 10] = 100 * (i / 10 + 1) + i % 10 + 1;
+  return testing::MapText(rows, -9999);
 }
 
 class RegionExportTest : public ::testing::Test {
@@ -35,34 +29,29 @@ class RegionExportTest : public ::testing::Test {
     return done.Ok() ? ReadText(target) : done.Text();
   }
 
-  TemporaryFolder folder;
-  const std::string text = MapText(Numbered(), -9999);
+  testing::TemporaryFolder folder;
+  const std::string text = Numbered();
   const std::string source = folder.Write("map.asc", text);
-  const ViewSpecs specs = ReadViewSpecs(source).Value();
+  ViewSpecs specs = ReadViewSpecs(source).Value();
 };
 
-TEST_F(RegionExportTest, TheWholeMapIsTheMap) { EXPECT_EQ(Exported({}), text); }
-
-// 0.25 * 10 and 0.37 * 8 are cut down: two columns behind the third, two rows behind the fifth.
-TEST_F(RegionExportTest, FractionsOfCellsAreLeftOut) {
+TEST_F(RegionExportTest, WritesTheWholeMapOrTheWholeCellsOfAPart) {
+  EXPECT_EQ(Exported({}), text);
+  // 0.25 * 10 and 0.37 * 8 are cut down: two columns behind the third, two rows behind the fifth.
   EXPECT_EQ(Exported({0.35, 0.63, 0.25, 0.37}),
             "ncols  2\r\nnrows  2\r\nxllcorner  190\r\nyllcorner  230\r\ncellsize  30\r\n"
             "NODATA_value  -9999\r\n 604 605\r\n 704 705\r\n");
 }
 
 TEST_F(RegionExportTest, OddHeadersKeepTheirKeys) {
-  WriteText(source,
-            "Breite\t2\nnrows   2 \nx0 1.50\ny0 -1e3\nzelle 2.50\nNODATA -9\nsource survey\n"
-            "1,2\n3.500,1e20\n");
-  NoProgress quiet;
-  // The second line ends in a blank, so that the map has no rows.
+  const std::string rest =
+      "\nx0 1.50\ny0 -1e3\nzelle 2.50\nNODATA -9\nsource survey\n1,2\n3.500,1e20\n";
+  // A line that ends in a blank gives the map no rows.
+  folder.Write("map.asc", "Breite\t2\nnrows   2 " + rest);
   EXPECT_EQ(ReadViewSpecs(source).Value().nrows, 0);
-  WriteText(source,
-            "Breite\t2\nnrows   2\nx0 1.50\ny0 -1e3\nzelle 2.50\nNODATA -9\nsource survey\n"
-            "1,2\n3.500,1e20\n");
-  const std::string target = (folder / "out.asc").string();
-  ASSERT_TRUE(ExportRegion({source, target, ReadViewSpecs(source).Value(), {}}, quiet).Ok());
-  EXPECT_EQ(ReadText(target),
+  folder.Write("map.asc", "Breite\t2\nnrows   2" + rest);
+  specs = ReadViewSpecs(source).Value();
+  EXPECT_EQ(Exported({}),
             "Breite\t2\r\nnrows   2\r\nx0 1.5\r\ny0 -1000\r\nzelle 2.50\r\nNODATA -9\r\n"
             "source survey\r\n 1 2\r\n 3.5 1E+20\r\n");
 }
@@ -83,7 +72,7 @@ TEST_F(RegionExportTest, FailuresLeaveTheOldFile) {
     const testing::SmallDisk full(100);
     EXPECT_NE(Exported({}), text);
   }
-  WriteText(source, text.substr(0, text.size() - 6));
+  folder.Write("map.asc", text.substr(0, text.size() - 6));
   EXPECT_EQ(Exported({}), source + ": ends in row 8");
   std::filesystem::remove(source);
   EXPECT_NE(Exported({}).find("map.asc"), std::string::npos);

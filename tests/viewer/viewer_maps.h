@@ -6,9 +6,6 @@
 #include <string>
 #include <vector>
 
-#include "base/progress_sink.h"
-#include "viewer/map_picture.h"
-
 namespace ormel::testing {
 
 using Rows = std::vector<std::vector<double>>;
@@ -24,12 +21,6 @@ inline std::string MapText(const Rows& rows, std::optional<double> nodata = std:
     text << "\r\n";
   }
   return text.str();
-}
-
-inline MapValues Read(const std::string& path,
-                      const std::optional<ViewSpecs>& wanted = std::nullopt) {
-  NoProgress quiet;
-  return std::move(ReadMapValues(path, wanted, quiet).Value());
 }
 
 }  // namespace ormel::testing

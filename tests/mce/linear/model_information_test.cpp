@@ -9,57 +9,40 @@
 namespace ormel {
 namespace {
 
-using testing::ModelFolder;
 using testing::ReadText;
-using testing::TemporaryFolder;
 
 constexpr char kModel[] =
     "FRD$D:\\data#FF$*.asc#FAC$D:\\data\\soil.asc#5#True#FAC$maps/slope.asc#-3#False#"
     "CST$D:\\data\\roads.asc#CST$maps/parks.asc#TITLE$Winter range, north#";
 
 TEST(ModelInformation, ReadsEveryFieldAndWritesItBack) {
-  TemporaryFolder folder;
+  testing::TemporaryFolder folder;
   const std::string record = std::string("\"") + kModel + "\"\r\n";
   const ModelText text = ReadModelText(folder.Write("m.mif", record)).Value();
-  EXPECT_EQ(text.root, "D:\\data");
-  EXPECT_EQ(text.pattern, "*.asc");
   const LinearModel model = LinearModelOf(text);
   EXPECT_EQ(model.title, "Winter range, north");
   ASSERT_EQ(model.factors.size(), 2u);
   EXPECT_EQ(model.factors[0].folder, "D:\\data\\");
   EXPECT_EQ(model.factors[0].name, "soil.asc");
-  EXPECT_EQ(model.factors[0].weight, 5);
-  EXPECT_TRUE(model.factors[0].highValuesGood);
-  EXPECT_EQ(model.factors[1].Path(), "maps/slope.asc");
-  EXPECT_EQ(model.factors[1].weight, -3);
-  EXPECT_FALSE(model.factors[1].highValuesGood);
-  EXPECT_EQ(model.constraints, (std::vector<std::string>{"D:\\data\\roads.asc", "maps/parks.asc"}));
+  EXPECT_TRUE(model.factors[0].weight == 5 && model.factors[0].highValuesGood);
+  EXPECT_TRUE(model.factors[1].weight == -3 && !model.factors[1].highValuesGood);
+  ASSERT_TRUE(WriteModelText(folder / "m.mif", text).Ok());
+  EXPECT_EQ(ReadText(folder / "m.mif"), record);
 
-  ASSERT_TRUE(WriteModelText(folder / "again.mif", text).Ok());
-  EXPECT_EQ(ReadText(folder / "again.mif"), record);
-}
-
-TEST(ModelInformation, WritesThatThereIsNone) {
-  TemporaryFolder folder;
+  // A text that the file cannot hold keeps the old one.
+  for (const char* title : {"north # 2", "the \"core\""}) {
+    const Outcome<> written = WriteModelText(folder / "m.mif", {"maps", "*.asc", {}, {}, title});
+    EXPECT_NE(written.Text().find(title), std::string::npos);
+    EXPECT_EQ(ReadText(folder / "m.mif"), record);
+  }
   ASSERT_TRUE(WriteModelText(folder / "m.mif", {"maps", "*.asc", {}, {}, ""}).Ok());
   EXPECT_EQ(ReadText(folder / "m.mif"), "\"FRD$maps#FF$*.asc#FAC$NULLCST$NULLTITLE$#\"\r\n");
-}
-
-TEST(ModelInformation, RefusesWhatCannotBeHeldAndKeepsTheOldFile) {
-  TemporaryFolder folder;
-  const auto path = folder.Write("m.mif", "old");
-  for (const char* title : {"north # 2", "the \"core\""}) {
-    const Outcome<> written = WriteModelText(path, {"maps", "*.asc", {}, {}, title});
-    EXPECT_NE(written.Text().find(title), std::string::npos);
-    EXPECT_EQ(ReadText(path), "old");
-  }
 }
 
 TEST(ModelInformation, TakesWhatADamagedTextHolds) {
   const struct {
     const char* text;
-    std::size_t factors;
-    std::size_t constraints;
+    std::size_t factors, constraints;
     const char* title;
   } cases[] = {
       {"", 0, 0, ""},
@@ -76,19 +59,6 @@ TEST(ModelInformation, TakesWhatADamagedTextHolds) {
     EXPECT_EQ(model.constraints.size(), test.constraints) << test.text;
     EXPECT_EQ(model.title, test.title);
   }
-}
-
-TEST(ModelInformation, WeightsAreWholeNumbersOf16Bits) {
-  const std::pair<const char*, int> cases[] = {{"2.5", 2},       {"3.5", 4},         {"-3", -3},
-                                               {"40000", 32767}, {"-99999", -32767}, {"", 0},
-                                               {"seven", 0},     {"1e400", 32767}};
-  for (const auto& [text, weight] : cases) {
-    const std::string model = std::string("FAC$a.asc#") + text + "#True#";
-    EXPECT_EQ(LinearModelOf(ParseModelText(model)).factors[0].weight, weight) << text;
-  }
-}
-
-TEST(ModelInformation, AnyBytesGiveSomeModel) {
   std::mt19937 random(1);
   for (int round = 0; round < 3000; ++round) {
     std::string text = kModel;
@@ -100,40 +70,32 @@ TEST(ModelInformation, AnyBytesGiveSomeModel) {
   }
 }
 
-class RunnableModel : public ::testing::Test {
- protected:
-  RunnableModel() {
-    folder_.AddFactor({{1, 2}}, 1);
-    folder_.AddFactor({{1, 2}}, 1);
-    folder_.AddConstraint({{1, 1}});
-  }
-  std::string Fault(const std::string& text) {
-    const auto path = folder_.Folder().Write("m.mif", "\"" + text + "\"\r\n");
-    return ReadRunnableModel(path).Text();
-  }
-  std::string Factor(const std::string& name) { return "FAC$" + folder_.Path(name) + "#1#True#"; }
-  ModelFolder folder_;
-};
-
-TEST_F(RunnableModel, LeavesOutRowsWithoutAFile) {
-  const auto path = folder_.Folder().Write("m.mif", "\"" + Factor("f1.asc") + "FAC$#1#True#\"");
-  EXPECT_EQ(ReadRunnableModel(path).Value().factors.size(), 1u);
+TEST(ModelInformation, WeightsAreWholeNumbersOf16Bits) {
+  const std::pair<const char*, int> cases[] = {{"2.5", 2},       {"3.5", 4},         {"-3", -3},
+                                               {"40000", 32767}, {"-99999", -32767}, {"", 0},
+                                               {"seven", 0},     {"1e400", 32767}};
+  for (const auto& [text, weight] : cases) EXPECT_EQ(WeightOf(text), weight) << text;
 }
 
-TEST_F(RunnableModel, NamesWhatCannotBeRun) {
-  const std::string wider =
-      folder_.Folder()
-          .Write("wide.asc", "ncols 3\r\nnrows 1\r\nx 100.5\r\ny 0\r\ns 30\r\n 1 1 1\r\n")
-          .string();
-  EXPECT_NE(Fault("FRD$x#TITLE$t#").find("m.mif: names no factor"), std::string::npos);
-  EXPECT_NE(Fault(Factor("f1.asc") + Factor("gone.asc")).find("gone.asc"), std::string::npos);
-  EXPECT_NE(Fault(Factor("f1.asc") + "CST$" + folder_.Path("gone.asc") + "#").find("gone.asc"),
-            std::string::npos);
-  EXPECT_EQ(Fault(Factor("f1.asc") + "CST$" + wider + "#"),
+TEST(ModelInformation, ModelsThatAreRunNameWhatIsWrong) {
+  testing::ModelFolder folder;
+  for (int i = 0; i < 2; ++i) folder.AddFactor({{1, 2}}, 1);
+  folder.AddConstraint({{1, 1}});
+  folder.Folder().Write("wide.asc", "c 3\r\nr 1\r\nx 100.5\r\ny 0\r\ns 30\r\n 1 1 1\r\n");
+  const auto fac = [&](const std::string& name) { return "FAC$" + folder.Path(name) + "#1#True#"; };
+  const auto cst = [&](const std::string& name) { return "CST$" + folder.Path(name) + "#"; };
+  const auto read = [&](const std::string& text) {
+    return ReadRunnableModel(folder.Folder().Write("m.mif", "\"" + text + "\"\r\n"));
+  };
+  EXPECT_EQ(read(fac("f1.asc") + fac("f2.asc") + cst("c1.asc")).Value().factors.size(), 2u);
+  EXPECT_EQ(read(fac("f1.asc") + "FAC$#1#True#").Value().factors.size(), 1u);  // a free row
+  EXPECT_NE(read("FRD$x#TITLE$t#").Text().find("m.mif: names no factor"), std::string::npos);
+  EXPECT_NE(read(fac("f1.asc") + fac("gone.asc")).Text().find("gone.asc"), std::string::npos);
+  EXPECT_NE(read(fac("f1.asc") + cst("gone.asc")).Text().find("gone.asc"), std::string::npos);
+  EXPECT_EQ(read(fac("f1.asc") + cst("wide.asc")).Text(),
             "The following parameters in wide were not the same as the rest of the data: number of "
             "columns, Y lower-left corner.");
-  EXPECT_EQ(Fault(Factor("f1.asc") + Factor("f2.asc") + "CST$" + folder_.Path("c1.asc") + "#"), "");
-  EXPECT_NE(ReadRunnableModel(folder_.Path("none.mif")).Text().find("none.mif"), std::string::npos);
+  EXPECT_NE(ReadRunnableModel(folder.Path("none.mif")).Text().find("none.mif"), std::string::npos);
 }
 
 }  // namespace

@@ -40,11 +40,6 @@ GraphParameters Applied(const GraphPreset& preset, const char* first, const char
   return parameters;
 }
 
-GraphParameters Expected(const Case& test, Levels levels) {
-  return {levels.first, levels.second, test.slot3 == nullptr ? levels.first : test.slot3,
-          test.slot4};
-}
-
 TEST(GraphPresets, PutTheLevelsInOrderAndMakeTheirShape) {
   ASSERT_EQ(GraphPresets().size(), std::size(kCases));
   for (std::size_t i = 0; i < std::size(kCases); ++i) {
@@ -52,16 +47,18 @@ TEST(GraphPresets, PutTheLevelsInOrderAndMakeTheirShape) {
     const GraphPreset& preset = GraphPresets()[i];
     SCOPED_TRACE(test.name);
     EXPECT_STREQ(preset.name, test.name);
-    EXPECT_EQ(Applied(preset, "2", "9.50"), Expected(test, test.rising));
-    EXPECT_EQ(Applied(preset, "9.50", "2"), Expected(test, test.falling));
-    EXPECT_EQ(Applied(preset, "5", "5"), Expected(test, test.equal));
+    const auto wanted = [&](const Levels& levels) -> GraphParameters {
+      const auto& [first, second] = levels;
+      return {first, second, test.slot3 == nullptr ? first : test.slot3, test.slot4};
+    };
+    EXPECT_EQ(Applied(preset, "2", "9.50"), wanted(test.rising));
+    EXPECT_EQ(Applied(preset, "9.50", "2"), wanted(test.falling));
+    EXPECT_EQ(Applied(preset, "5", "5"), wanted(test.equal));
     WeightGraph graph;
     ASSERT_TRUE(ComputeCurve(graph, preset.type, Applied(preset, "0", "100")));
     EXPECT_NEAR(lookup(graph, 64), test.quarter, 1e-4);
   }
-}
-
-TEST(GraphPresets, LevelsAreComparedAsNumbers) {
+  // Levels are compared as numbers.
   const GraphPreset& rising = GraphPresets()[0];
   EXPECT_EQ(Applied(rising, "10", "9")[0], "9");
   EXPECT_EQ(Applied(rising, "0.5", ".50")[1], "1.5");
