@@ -33,10 +33,8 @@ std::string MaskOf(const std::vector<std::string>& files) {
 }
 
 TEST(ConstraintMask, ReadsRowsByPosition) {
-  const struct {
-    std::vector<std::string> files;
-    const char* mask;
-  } cases[] = {
+  const std::string full = " 1 0 1\r\n 1 1 1\r\n";
+  const std::pair<std::vector<std::string>, std::string> cases[] = {
       {{}, "111 111"},
       {{" 1 0 1\r\n 0 1 1\r\n"}, "101 011"},
       {{" 1 0 1\n 0 1 1"}, "101 011"},
@@ -51,19 +49,15 @@ TEST(ConstraintMask, ReadsRowsByPosition) {
       {{" 1 1\r\n 1\r\n", " 1 1 1\r\n 1 1 1\r\n"}, "110 100"},
       {{" 1 1 1\r\n", " 1 1 1\r\n 1 1 1\r\n"}, "111 000"},  // the first file sets the rows
       {{""}, "000 000"},
-  };
-  for (const auto& c : cases) EXPECT_EQ(MaskOf(c.files), c.mask);
-}
-
-TEST(ConstraintMask, AFailedBuildNamesFileAndRow) {
-  const std::string full = " 1 0 1\r\n 1 1 1\r\n";
-  EXPECT_EQ(MaskOf({full, "missing"}), "c2: is not there");
-  EXPECT_EQ(MaskOf({full, " 1 0 1\r\n"}), "c2: row 2 is missing");
-  EXPECT_EQ(MaskOf({full + " 1 1 1\r\n"}), "c1: row 3 reaches past the map");
-  EXPECT_EQ(MaskOf({full, " 1 1 1 1\r\n 1 1 1\r\n"}), "c2: row 1 reaches past the map");
-  EXPECT_EQ(MaskOf({" 1 -9999 1\r\n"}), "c1: row 1 reaches past the map");  // NODATA shifts its row
-  // Only the row of the last file decides how far a row reaches.
-  EXPECT_EQ(MaskOf({" 1 1 1 1\r\n 1 1 1\r\n", full}), "101 111");
+      // A failed build names file and row; only the row of the last file decides how far it
+      // reaches.
+      {{full, "missing"}, "c2: is not there"},
+      {{full, " 1 0 1\r\n"}, "c2: row 2 is missing"},
+      {{full + " 1 1 1\r\n"}, "c1: row 3 reaches past the map"},
+      {{full, " 1 1 1 1\r\n 1 1 1\r\n"}, "c2: row 1 reaches past the map"},
+      {{" 1 1 1 1\r\n 1 1 1\r\n", full}, "101 111"},
+      {{" 1 -9999 1\r\n"}, "c1: row 1 reaches past the map"}};  // NODATA shifts its row
+  for (const auto& [files, mask] : cases) EXPECT_EQ(MaskOf(files), mask);
 }
 
 TEST(ConstraintMask, ReadsRowsWiderThanABuffer) {

@@ -10,81 +10,53 @@ namespace ormel {
 namespace {
 
 // The numbers of days are those of a spreadsheet's date functions from March 1900 on, and of
-// Python's datetime everywhere.
+// Python's datetime everywhere. 1900 had no 29 February.
 TEST(Dates, ReadEveryForm) {
-  const struct {
-    const char* text;
-    double date;
-  } cases[] = {
-      {"12/30/1899", 0},
-      {"1/1/1900", 2},
-      {"2/28/1900", 60},
-      {"3/1/1900", 61},  // 1900 had no 29 February
-      {"January 1, 2000", 36526},
-      {"jan 1 2000", 36526},
-      {"Jan/01/2000", 36526},
-      {"2000-02-29", 36585},
-      {"3/1/2000", 36586},
-      {"2/28/2100", 73109},
-      {"3/1/2100", 73110},
-      {"1/1/100", -657434},
-      {"12/31/9999", 2958465},
-      {"1/2/29", 47120},
-      {"1/2/30", 10960},
-      {"12:00:00 PM", 0.5},
-      {"12:00 AM", 0},
-      {"6:00", 0.25},
-      {"  6:00 pm ", 0.75},
-      {"6:00:00P", 0.75},
-      {"18:00 1/1/2000", 36526.75},
-      {"1/1/2000 6:00:00 a", 36526.25},
-      {"January 1, 2000 13:30", 36526.5625},
-      {"12/29/1899 6:00", -1.25},
-  };
-  for (const auto& test : cases) {
-    const std::optional<double> date = ReadDate(test.text);
-    ASSERT_TRUE(date) << test.text;
-    EXPECT_DOUBLE_EQ(*date, test.date) << test.text;
-  }
+  const std::pair<const char*, double> days[] = {
+      {"12/30/1899", 0},       {"1/1/1900", 2},        {"2/28/1900", 60},
+      {"3/1/1900", 61},        {"2000-02-29", 36585},  {"3/1/2000", 36586},
+      {"2/28/2100", 73109},    {"3/1/2100", 73110},    {"1/1/100", -657434},
+      {"12/31/9999", 2958465}, {"1/2/29", 47120},      {"1/2/30", 10960},
+      {"jan 1 2000", 36526},   {"Jan/01/2000", 36526}, {"January 1, 2000", 36526},
+      {"12:00:00 PM", 0.5},    {"12:00 AM", 0},        {"6:00", 0.25},
+      {"  6:00 pm ", 0.75},    {"6:00:00P", 0.75}};
+  for (const auto& [text, date] : days) EXPECT_DOUBLE_EQ(ReadDate(text).value_or(-1), date) << text;
+  EXPECT_DOUBLE_EQ(ReadDate("18:00 1/1/2000").value_or(0), 36526.75);
+  EXPECT_DOUBLE_EQ(ReadDate("1/1/2000 6:00:00 a").value_or(0), 36526.25);
+  EXPECT_DOUBLE_EQ(ReadDate("January 1, 2000 13:30").value_or(0), 36526.5625);
+  EXPECT_DOUBLE_EQ(ReadDate("12/29/1899 6:00").value_or(0), -1.25);
 }
 
 TEST(Dates, WhatIsNoDateIsNone) {
-  for (const char* text : {"",           " ",         "soon",
-                           "2/29/1900",  "2/29/2100", "4/31/2001",
-                           "13/1/2000",  "0/1/2000",  "1/0/2000",
-                           "1/1/99999",  "1/1/50000", "99-01-01",
-                           "2000-1",     "1/2",       "24:00",
-                           "12:60",      "1:2:3:4",   "13:00 PM",
-                           "1:00 PM AM", "1:00.5",    "January 2000",
-                           "36526",      "-1",        "1/1/2000 1:00 x",
-                           "1:00 2:00",  "x 1:00",    "January 1:00 1, 2000",
-                           "1/-1/2000",  "+1/1/2000"}) {
+  for (const char* text :
+       {"",         " ",         "-1",        "1/2",       "soon",      "24:00",     "12:60",
+        "36526",    "1:00.5",    "2000-1",    "x 1:00",    "0/1/2000",  "1/0/2000",  "99-01-01",
+        "1:2:3:4",  "2/29/1900", "2/29/2100", "4/31/2001", "13/1/2000", "1/1/99999", "1/1/50000",
+        "13:00 PM", "1/-1/2000", "+1/1/2000", "1:00 2:00"}) {
+    EXPECT_FALSE(IsDate(text)) << text;
+  }
+  for (const char* text :
+       {"1:00 PM AM", "January 2000", "1/1/2000 1:00 x", "January 1:00 1, 2000"}) {
     EXPECT_FALSE(IsDate(text)) << text;
   }
 }
 
 TEST(Dates, AreWrittenShort) {
-  const std::pair<double, const char*> cases[] = {{0, "12/30/1899"},
-                                                  {36526, "1/1/2000"},
-                                                  {36526.5, "1/1/2000 12:00:00 PM"},
-                                                  {36526.0 + 1 / 86400.0, "1/1/2000 12:00:01 AM"},
-                                                  {36526.999999, "1/2/2000"},
-                                                  {-1.25, "12/29/1899 6:00:00 AM"},
-                                                  {-0.999999, "12/31/1899"},
-                                                  {-657434, "1/1/100"},
-                                                  {1e300, "12/31/9999 11:59:59 PM"}};
-  for (const auto& [date, text] : cases) EXPECT_EQ(DateText(date), text);
+  std::vector<std::string> texts;
+  for (const double date : {0.0, 36526.0, 36526.5, 36526.0 + 1 / 86400.0, 36526.999999, -1.25,
+                            -0.999999, -657434.0, 1e300}) {
+    texts.push_back(DateText(date));
+  }
+  EXPECT_EQ(texts,
+            (std::vector<std::string>{"12/30/1899", "1/1/2000", "1/1/2000 12:00:00 PM",
+                                      "1/1/2000 12:00:01 AM", "1/2/2000", "12/29/1899 6:00:00 AM",
+                                      "12/31/1899", "1/1/100", "12/31/9999 11:59:59 PM"}));
   EXPECT_EQ(FormatDate(36526.5625, "hh:nn:ss mmm/dd"), "13:30:00 Jan/01");
   EXPECT_EQ(FormatDate(36526.0, "mmmm d, yyyy; m-dd-yy h.n.s"), "January 1, 2000; 1-01-00 0.0.0");
 }
 
 TEST(Dates, AddingEndsAtTheMonthsLastDay) {
-  const struct {
-    const char* unit;
-    std::int64_t count;
-    const char* from;
-    const char* to;
-  } cases[] = {
+  const std::tuple<const char*, std::int64_t, const char*, const char*> cases[] = {
       {"m", 1, "1/31/2000", "2/29/2000"},
       {"m", 1, "1/31/2001", "2/28/2001"},
       {"m", -11, "1/31/2001", "2/29/2000"},
@@ -97,12 +69,11 @@ TEST(Dates, AddingEndsAtTheMonthsLastDay) {
       {"d", -2, "1/1/1900", "12/30/1899"},
       {"h", 25, "12/31/1999 11:00 PM", "1/2/2000"},
       {"n", -1, "1/1/2000", "12/31/1999 11:59:00 PM"},
-      {"s", 86401, "12/28/1899", "12/29/1899 12:00:01 AM"},
-  };
-  for (const auto& test : cases) {
-    const auto date = DateAdd(*DateUnitOf(test.unit), test.count, *ReadDate(test.from));
+      {"s", 86401, "12/28/1899", "12/29/1899 12:00:01 AM"}};
+  for (const auto& [unit, count, from, to] : cases) {
+    const auto date = DateAdd(*DateUnitOf(unit), count, *ReadDate(from));
     ASSERT_TRUE(date);
-    EXPECT_EQ(DateText(*date), test.to) << test.from;
+    EXPECT_EQ(DateText(*date), to) << from;
   }
   EXPECT_FALSE(DateAdd(DateUnit::kYear, 8000, 36526));
   EXPECT_FALSE(DateAdd(DateUnit::kSecond, -INT64_MAX, 36526));
@@ -110,12 +81,7 @@ TEST(Dates, AddingEndsAtTheMonthsLastDay) {
 }
 
 TEST(Dates, DifferencesCountTheBoundariesCrossed) {
-  const struct {
-    const char* unit;
-    const char* from;
-    const char* to;
-    std::int64_t count;
-  } cases[] = {
+  const std::tuple<const char*, const char*, const char*, std::int64_t> cases[] = {
       {"yyyy", "12/31/1999", "1/1/2000", 1},
       {"yyyy", "1/1/1999", "12/31/1999", 0},
       {"m", "1/31/2000", "2/1/2000", 1},
@@ -129,12 +95,9 @@ TEST(Dates, DifferencesCountTheBoundariesCrossed) {
       {"h", "1/1/2000 2:00", "1/1/2000 2:59", 0},
       {"n", "1/1/2000 1:00:59", "1/1/2000 1:01", 1},
       {"s", "1/1/2000", "1/2/2000", 86400},
-      {"s", "12/29/1899 6:00", "12/30/1899", 64800},
-  };
-  for (const auto& test : cases) {
-    EXPECT_EQ(DateDifference(*DateUnitOf(test.unit), *ReadDate(test.from), *ReadDate(test.to)),
-              test.count)
-        << test.unit << test.from;
+      {"s", "12/29/1899 6:00", "12/30/1899", 64800}};
+  for (const auto& [unit, from, to, count] : cases) {
+    EXPECT_EQ(DateDifference(*DateUnitOf(unit), *ReadDate(from), *ReadDate(to)), count) << from;
   }
   EXPECT_FALSE(DateUnitOf("q"));
 }
@@ -142,8 +105,7 @@ TEST(Dates, DifferencesCountTheBoundariesCrossed) {
 TEST(Dates, PartsRunOver) {
   EXPECT_EQ(DateText(*DateOf({2000, 14, 0, 24, 0, 0})), "2/1/2001");
   EXPECT_EQ(DateText(*DateOf({1999, 0, 31, -1, 0, 0})), "12/30/1998 11:00:00 PM");
-  EXPECT_FALSE(DateOf({10000, 1, 1, 0, 0, 0}));
-  EXPECT_FALSE(DateOf({99, 12, 31, 0, 0, 0}));
+  EXPECT_FALSE(DateOf({10000, 1, 1, 0, 0, 0}) || DateOf({99, 12, 31, 0, 0, 0}));
   EXPECT_TRUE(DateOf({10000, 1, 0, 0, 0, 0}));
 }
 
@@ -174,22 +136,16 @@ TEST(Dates, AnyBytesAreSomeDateOrNone) {
 
 TEST(StepDates, IgnoredPartsReadAsDatesOf2000) {
   constexpr char kFix[] = "2/29/2004 1:45:07.250 PM";
-  const struct {
-    IgnoredParts ignored;
-    const char* comparable;
-    const char* shown;
-  } cases[] = {
+  const std::tuple<IgnoredParts, const char*, const char*> cases[] = {
       {IgnoredParts::kYear, "13:45:07 Feb/29/2000", "Feb/29 13:45:07"},
       {IgnoredParts::kMonth, "13:45:07 01/29/2000", "29 13:45:07"},
       {IgnoredParts::kDay, "13:45:07", "13:45:07"},
       {IgnoredParts::kHour, "00:45:07", "45:07"},
-      {IgnoredParts::kMinute, "00:00:07", "07"},
-  };
-  for (const auto& test : cases) {
-    const std::string text = NormaliseDateText(kFix, test.ignored);
-    EXPECT_EQ(text, test.comparable);
-    EXPECT_TRUE(IsDate(text)) << text;
-    EXPECT_EQ(FormatStepDate("2/29/2004 1:45:07 PM", test.ignored), test.shown);
+      {IgnoredParts::kMinute, "00:00:07", "07"}};
+  for (const auto& [ignored, comparable, shown] : cases) {
+    EXPECT_EQ(NormaliseDateText(kFix, ignored), comparable);
+    EXPECT_TRUE(IsDate(comparable));
+    EXPECT_EQ(FormatStepDate("2/29/2004 1:45:07 PM", ignored), shown);
   }
   EXPECT_EQ(NormaliseDateText(kFix, IgnoredParts::kNone), "2/29/2004 1:45:07 P");
   EXPECT_EQ(FormatStepDate("no date", IgnoredParts::kYear), "no date");
@@ -200,23 +156,18 @@ TEST(StepDates, TheStepIsTheLastThatHasBegun) {
   EXPECT_EQ(FindStepIndex("dry", names), 1);
   EXPECT_EQ(FindStepIndex("Dry", names), -1);
   const std::vector<double> months = {36526, 36557, 36586, 36617};  // January to April 2000
-  const StepEstimate monthly{36526, DateUnit::kMonth, 1};
-  const StepEstimate rough{36526, DateUnit::kDay, 31};
-  const std::pair<const char*, int> cases[] = {
-      {"12/31/1999 11:59:59 PM", -1},
-      {"1/1/2000", 0},
-      {"1/31/2000 23:59:59", 0},
-      {"2/1/2000", 1},
-      {"3/1/2000", 2},
-      {"3/31/2000 12:00", 2},
-      {"4/1/2000", 3},
-      {"1/1/2010", 3},
-      {"no date", -1},
-  };
-  for (const auto& [text, step] : cases) {
-    EXPECT_EQ(FindStepIndex(text, months), step) << text;
-    EXPECT_EQ(FindStepIndex(text, months, monthly), step) << text;
-    EXPECT_EQ(FindStepIndex(text, months, rough), step) << text;
+  const std::pair<int, std::vector<const char*>> cases[] = {
+      {-1, {"12/31/1999 11:59:59 PM", "no date"}},
+      {0, {"1/1/2000", "1/31/2000 23:59:59"}},
+      {1, {"2/1/2000"}},
+      {2, {"3/1/2000", "3/31/2000 12:00"}},
+      {3, {"4/1/2000", "1/1/2010"}}};
+  for (const auto& [step, texts] : cases) {
+    for (const char* text : texts) {
+      EXPECT_EQ(FindStepIndex(text, months), step) << text;
+      EXPECT_EQ(FindStepIndex(text, months, StepEstimate{36526, DateUnit::kMonth, 1}), step);
+      EXPECT_EQ(FindStepIndex(text, months, StepEstimate{36526, DateUnit::kDay, 31}), step);
+    }
   }
   // A guess that reaches the last step too early is not taken back.
   EXPECT_EQ(FindStepIndex("3/31/2000", months, StepEstimate{36526, DateUnit::kDay, 20}), -1);

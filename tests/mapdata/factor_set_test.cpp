@@ -30,10 +30,14 @@ class FactorSet : public ::testing::Test {
 };
 
 TEST_F(FactorSet, TheFirstFileSetsTheReferenceAndHeadersCompareAsNumbers) {
+  folder_.Write("cut.asc", "ncols 2\r\nnrows 1\r\n");
+  EXPECT_FALSE(Check(folder_ / "cut.asc", CheckMode::kFactor, 1).Accepted());
+  EXPECT_FALSE(reference_.IsSet());
   const std::string first = Map("first.asc", "0");
   EXPECT_TRUE(Check(first, CheckMode::kFactor, 1).Accepted());
   EXPECT_EQ(reference_.texts[2], "0");
   loaded_.factors = {first, ""};
+  EXPECT_TRUE(Check(first, CheckMode::kFactor, 1).Accepted());  // once more in its own row
   EXPECT_TRUE(
       Check(Map("b.asc", "0.0", "7 8", "NODATA_value 1\r\n"), CheckMode::kFactor).Accepted());
   const Registration refused = Check(Map("c.asc", "1e-9"), CheckMode::kFactor, 2);
@@ -53,19 +57,15 @@ TEST_F(FactorSet, OddModesAreSilentExceptAboutWhatIsNoMap) {
   const std::string values = Map("values.asc", "0", "0 2");
   const std::string text = folder_.Write("text.asc", "ncols 2\r\n").string();
   const std::string gone = (folder_ / "gone.asc").string();
+  const std::string doubled = folder_.Path().string() + "//map.asc";
   loaded_.factors = {map};
   loaded_.constraints = {map};
   constexpr char kNoMap[] = "The Data Specified is not of a useable type!";
-  const struct {
-    std::string path;
-    CheckMode mode;
-    Result result;
-    std::string message;
-  } cases[] = {
+  const std::tuple<std::string, CheckMode, Result, std::string> cases[] = {
       {map, CheckMode::kFactor, Result::kAlreadyEntered, "Factor already loaded!"},
-      {map, CheckMode::kFactorSilent, Result::kAlreadyEntered, ""},
+      {doubled, CheckMode::kFactorSilent, Result::kAlreadyEntered, ""},
       {map, CheckMode::kConstraint, Result::kAlreadyEntered, "Constraint Already Loaded!"},
-      {map, CheckMode::kConstraintSilent, Result::kAlreadyEntered, ""},
+      {doubled, CheckMode::kConstraintSilent, Result::kAlreadyEntered, ""},
       {map, CheckMode::kUnlisted, Result::kAccepted, ""},
       {values, CheckMode::kConstraint, Result::kRefused,
        "Bad Constraint File (has values other than 0, 1, and NODATA or other internal problems)"},
@@ -78,24 +78,11 @@ TEST_F(FactorSet, OddModesAreSilentExceptAboutWhatIsNoMap) {
       {text, CheckMode::kUnlistedSilent, Result::kRefused, kNoMap},
       {folder_.Path().string(), CheckMode::kFactorSilent, Result::kRefused, kNoMap},
   };
-  for (const auto& test : cases) {
-    const Registration registration = Check(test.path, test.mode);
-    EXPECT_EQ(registration.result, test.result) << test.path << static_cast<int>(test.mode);
-    EXPECT_EQ(registration.message, test.message) << test.path;
+  for (const auto& [path, mode, result, message] : cases) {
+    const Registration registration = Check(path, mode);
+    EXPECT_EQ(registration.result, result) << path << static_cast<int>(mode);
+    EXPECT_EQ(registration.message, message) << path;
   }
-}
-
-TEST_F(FactorSet, ADamagedFileLeavesTheReferenceAlone) {
-  const std::string text = folder_.Write("text.asc", "ncols 2\r\nnrows 1\r\n").string();
-  EXPECT_FALSE(Check(text, CheckMode::kFactor, 1).Accepted());
-  EXPECT_FALSE(reference_.IsSet());
-}
-
-TEST_F(FactorSet, TheFirstDoubledSeparatorIsRepaired) {
-  const std::string map = Map("map.asc", "0");
-  loaded_.factors = {map};
-  const std::string doubled = folder_.Path().string() + "//map.asc";
-  EXPECT_EQ(Check(doubled, CheckMode::kFactor, 2).result, Result::kAlreadyEntered);
   EXPECT_EQ(Check(doubled, CheckMode::kConstraint).path, map);
   EXPECT_EQ(CountLoadedData({{map, "", map}, {map}}, 3), 2);
 }

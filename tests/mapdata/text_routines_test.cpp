@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <array>
+
 #include "mapdata/arithmetic.h"
 #include "mapdata/csv.h"
 #include "mapdata/list_text.h"
@@ -9,6 +11,35 @@
 namespace ormel {
 namespace {
 
+using Texts = std::vector<std::string>;
+
+TEST(PathText, RepairsTheFirstDoubledSeparatorOnly) {
+  Texts paths = {"C:\\maps\\\\a\\\\b", "/maps//a//b", "a/\\b", "///a", "a.asc", ""};
+  for (std::string& path : paths) RepairPath(path);
+  EXPECT_EQ(paths, (Texts{"C:\\maps\\a\\\\b", "/maps/a//b", "a/\\b", "//a", "a.asc", ""}));
+}
+
+TEST(PathText, TakesPathsApartAndJoinsThemWithOneSeparator) {
+  const std::array<std::string, 4> cases[] = {
+      {"/maps/dem.asc", "/maps/", "dem", "dem.asc"},
+      {"C:\\maps\\dem.v2.asc", "C:\\maps\\", "dem.v2", "dem.v2.asc"},
+      {"C:\\maps/dem", "C:\\maps/", "dem", "dem"},
+      {"/maps.old/dem", "/maps.old/", "dem", "dem"},
+      {"dem.asc", "", "dem", "dem.asc"},
+      {"/maps/", "/maps/", "", ""},
+      {"", "", "", ""}};
+  for (const auto& [path, folder, name, full] : cases) {
+    EXPECT_EQ((Texts{FolderPart(path), FileNamePart(path), FileNamePart(path, true)}),
+              (Texts{folder, name, full}));
+    EXPECT_EQ(JoinPath(folder, full), path);
+  }
+  EXPECT_EQ(JoinPath("/maps", "a.asc"), "/maps/a.asc");
+  EXPECT_EQ(RemoveExtension("a.b.asc"), "a.b");
+  EXPECT_EQ(ChangeExtension("a.b.asc", "bmp"), "a.b.bmp");
+  EXPECT_EQ(ChangeExtension("a.", "bmp"), "a.bmp");
+  EXPECT_EQ(ChangeExtension("a", "bmp"), "a.bmp");
+}
+
 TEST(TextRoutines, NamesAreMadeFitForFiles) {
   std::string text = "C:\\maps\\a?b:c*.asc";
   CleanFileName(text);
@@ -16,9 +47,6 @@ TEST(TextRoutines, NamesAreMadeFitForFiles) {
   text = "<1|2>\"/";
   CleanFileName(text, true);
   EXPECT_EQ(text, "_1_2___");
-  text = "?";
-  CleanFileName(text);
-  EXPECT_EQ(text, "?");
   text = "my maps/north ridge 2.asc";
   BlanksToUnderscores(text);
   EXPECT_EQ(text, "my maps/north_ridge_2.asc");
@@ -34,49 +62,40 @@ TEST(TextRoutines, Arithmetic) {
   EXPECT_EQ(Ceiling(2.0), 2);
   EXPECT_EQ(Ceiling(2.1), 3);
   EXPECT_EQ(Ceiling(-2.5), -2);
-  EXPECT_EQ(ArcCos(1.5), 0);
-  EXPECT_EQ(ArcCos(-1), 0);
-  EXPECT_EQ(ArcCos(-7), 0);
+  for (const double out : {1.5, -1.0, -7.0}) EXPECT_EQ(ArcCos(out), 0);
   EXPECT_NEAR(ArcCos(0), 1.5707963267948966, 1e-15);
   EXPECT_NEAR(ArcCos(-0.5), 2.0943951023931957, 1e-15);
   EXPECT_EQ(Distance(1, 2, 4, 6), 5);
-  EXPECT_EQ(ZeroPad(7), "0");
-  EXPECT_EQ(ZeroPad(120), "000");
-  EXPECT_TRUE(NotFlag(0));
-  EXPECT_FALSE(NotFlag(-1));
-  const struct {
-    double value;
-    int length;
-    double rounded;
-  } cases[] = {{12.5, 4, 12.5},       {12.3456, 4, 12.3},      {123456.789, 4, 123457},
-               {0.012345, 4, 0.0123}, {-12.3456, 4, -12.3456}, {0, 0, 0}};
-  for (const auto& test : cases) {
-    EXPECT_DOUBLE_EQ(RoundToLength(test.value, test.length), test.rounded) << test.value;
+  EXPECT_EQ(ZeroPad(7) + " " + ZeroPad(120), "0 000");
+  EXPECT_TRUE(NotFlag(0) && !NotFlag(-1));
+  const std::tuple<double, int, double> cases[] = {{12.5, 4, 12.5},         {12.3456, 4, 12.3},
+                                                   {123456.789, 4, 123457}, {0.012345, 4, 0.0123},
+                                                   {-12.3456, 4, -12.3456}, {0, 0, 0}};
+  for (const auto& [value, length, rounded] : cases) {
+    EXPECT_DOUBLE_EQ(RoundToLength(value, length), rounded) << value;
   }
   for (const char* text : {"5", "-3", "2.9", "1e3", " 7"}) EXPECT_TRUE(IsInteger(text)) << text;
   for (const char* text : {"", "x", "5x", "1e10", "5 "}) EXPECT_FALSE(IsInteger(text)) << text;
 }
 
 TEST(TextRoutines, Lists) {
-  std::vector<std::string> entries = {"10 b", "9", "x", "-1", "1E1 a", "0"};
+  Texts entries = {"10 b", "9", "x", "-1", "1E1 a", "0"};
   SortNumericList(entries);
-  EXPECT_EQ(entries, (std::vector<std::string>{"-1", "x", "0", "9", "10 b", "1E1 a"}));
-  EXPECT_TRUE(InListOrBlank("  ", entries));
-  EXPECT_TRUE(InListOrBlank(" 9 ", entries));
-  EXPECT_FALSE(InListOrBlank("8", entries));
-  EXPECT_FALSE(IsListedConstraint(" 9", entries));
+  EXPECT_EQ(entries, (Texts{"-1", "x", "0", "9", "10 b", "1E1 a"}));
+  EXPECT_TRUE(InListOrBlank("  ", entries) && InListOrBlank(" 9 ", entries));
+  EXPECT_FALSE(InListOrBlank("8", entries) || IsListedConstraint(" 9", entries));
 }
 
 TEST(TextRoutines, FieldsOfATable) {
-  EXPECT_EQ(CsvField("a,b,", 1), "a");
-  EXPECT_EQ(CsvField("a,b,", 3), "");
-  EXPECT_EQ(CsvField("a,b,", 4), kMissingField);
-  EXPECT_EQ(CsvField("", 1), "");
-  EXPECT_EQ(CsvField("a", 0), kMissingField);
-  EXPECT_EQ(CsvFieldIndex("Date,X,Y", "Y"), 3);
-  EXPECT_EQ(CsvFieldIndex("Date,X,Y", "y"), -1);
-  EXPECT_EQ(CsvFieldIndex("Date,,X", ""), 2);
-  EXPECT_EQ(CsvFieldIndex("Date, X", "X"), -1);
+  const std::tuple<const char*, int, std::string_view> fields[] = {{"a,b,", 1, "a"},
+                                                                   {"a,b,", 3, ""},
+                                                                   {"a,b,", 4, kMissingField},
+                                                                   {"", 1, ""},
+                                                                   {"a", 0, kMissingField}};
+  for (const auto& [line, position, field] : fields) EXPECT_EQ(CsvField(line, position), field);
+  const std::tuple<const char*, const char*, int> columns[] = {
+      {"Date,X,Y", "Y", 3}, {"Date,X,Y", "y", -1}, {"Date,,X", "", 2}, {"Date, X", "X", -1}};
+  for (const auto& [line, name, index] : columns) EXPECT_EQ(CsvFieldIndex(line, name), index);
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include <bit>
 #include <cstdint>
 #include <random>
+#include <sstream>
 #include <vector>
 
 #include "mapdata/numbers.h"
@@ -15,29 +16,33 @@ namespace {
 
 using testing::TemporaryFolder;
 
-std::vector<std::string> Tokens(TokenReader reader) {
-  std::vector<std::string> tokens;
+using Texts = std::vector<std::string>;
+
+Texts Tokens(TokenReader reader) {
+  Texts tokens;
   for (std::string_view token; reader.Next(token);) tokens.emplace_back(token);
   return tokens;
 }
 
-std::vector<std::string> Lines(TokenReader reader) {
-  std::vector<std::string> lines;
+Texts Lines(TokenReader reader) {
+  Texts lines;
   for (std::string line; reader.ReadLine(line);) lines.push_back(line);
   return lines;
 }
 
 // Bit patterns, so that -0 and 0 differ.
-std::vector<std::uint64_t> NumbersByToken(TokenReader reader) {
-  std::vector<std::uint64_t> numbers;
+using Numbers = std::vector<std::uint64_t>;
+
+Numbers NumbersByToken(TokenReader reader) {
+  Numbers numbers;
   for (std::string_view token; reader.Next(token);) {
     numbers.push_back(std::bit_cast<std::uint64_t>(TextToNumber(token)));
   }
   return numbers;
 }
 
-std::vector<std::uint64_t> NumbersAtOnce(TokenReader reader, std::size_t piece) {
-  std::vector<std::uint64_t> numbers;
+Numbers NumbersAtOnce(TokenReader reader, std::size_t piece) {
+  Numbers numbers;
   std::vector<double> cells(piece);
   for (std::size_t count = piece; count == piece;) {
     count = reader.ReadNumbers(cells);
@@ -48,13 +53,8 @@ std::vector<std::uint64_t> NumbersAtOnce(TokenReader reader, std::size_t piece) 
   return numbers;
 }
 
-using Texts = std::vector<std::string>;
-
-TEST(TokenReader, SplitsTextIntoTokens) {
-  const struct {
-    const char* text;
-    Texts tokens;
-  } cases[] = {
+TEST(TokenReader, SplitsTextIntoTokensAndLines) {
+  const std::pair<const char*, Texts> cases[] = {
       {"", {}},
       {" \r\n\t\n", {}},
       {"ncols         5\r\nnrows 4\n", {"ncols         5", "nrows 4"}},
@@ -73,12 +73,10 @@ TEST(TokenReader, SplitsTextIntoTokens) {
       {"-x y +1 .5", {"-x", "y +1 .5"}},
       {"\"a,b\nc\" behind, 2", {"a,b\nc", "2"}},
       {"\"open, 1", {"open, 1"}},
-      {"\"\",\"\"", {"", ""}},
-  };
-  for (const auto& c : cases) EXPECT_EQ(Tokens(TokenReader::FromText(c.text)), c.tokens) << c.text;
-}
-
-TEST(TokenReader, EveryLineEndEndsALine) {
+      {"\"\",\"\"", {"", ""}}};
+  for (const auto& [text, tokens] : cases) {
+    EXPECT_EQ(Tokens(TokenReader::FromText(text)), tokens) << text;
+  }
   EXPECT_EQ(Lines(TokenReader::FromText("a\r\nb\nc\rd\r\r\n\ne")),
             (Texts{"a", "b", "c", "d", "", "", "e"}));
   EXPECT_EQ(Lines(TokenReader::FromText("a\n")), Texts{"a"});
@@ -101,60 +99,26 @@ TEST(TokenReader, TokensAndLinesMayTakeTurns) {
 
 TEST(TokenReader, TextWithoutAnEndIsCut) {
   const std::string endless(3 * TokenReader::kLongestText, 'x');
-  for (const std::string& text : {endless + "\r\n5", "\"" + endless + "\"\r\n5"}) {
-    const Texts tokens = Tokens(TokenReader::FromText(text));
-    ASSERT_EQ(tokens.size(), 2U);
-    EXPECT_EQ(tokens[0].size(), TokenReader::kLongestText);
-    EXPECT_EQ(tokens[1], "5");
-  }
-  const Texts lines = Lines(TokenReader::FromText(endless + "\r\n5"));
-  ASSERT_EQ(lines.size(), 2U);
-  EXPECT_EQ(lines[0].size(), TokenReader::kLongestText);
+  const Texts cut = {endless.substr(0, TokenReader::kLongestText), "5"};
+  EXPECT_TRUE(Tokens(TokenReader::FromText(endless + "\r\n5")) == cut);
+  EXPECT_TRUE(Tokens(TokenReader::FromText("\"" + endless + "\"\r\n5")) == cut);
+  EXPECT_TRUE(Lines(TokenReader::FromText(endless + "\r\n5")) == cut);
 }
 
 // Pieces of cells, odd and plain, strung together at random.
 std::string RandomCells(std::mt19937& random) {
-  static const char* const kPieces[] = {" ",
-                                        " ",
-                                        "1",
-                                        "25.5",
-                                        "123.45",
-                                        "-9999",
-                                        "\r\n",
-                                        "\n",
-                                        ",",
-                                        "\t",
-                                        "\r",
-                                        "0",
-                                        "-",
-                                        ".",
-                                        "+",
-                                        "e5",
-                                        "E-3",
-                                        "D+2",
-                                        "abc",
-                                        "\"",
-                                        "12345678",
-                                        "0.125",
-                                        "1234.56789",
-                                        "-0",
-                                        "1.",
-                                        ".5",
-                                        "  ",
-                                        " 7.25",
-                                        " 200.1",
-                                        " 99",
-                                        "1.2.3",
-                                        "\x80",
-                                        "\xFF",
-                                        "0000",
-                                        "99999",
-                                        ", ",
-                                        "123456789012345",
-                                        "0.000000000000001"};
+  static const Texts kPieces = [] {
+    std::istringstream text(
+        " | "
+        "|1|25.5|123.45|-9999|\r\n|\n|,|\t|\r|0|-|.|+|e5|E-3|D+2|abc|\"|12345678|0.125|1234.56789|"
+        "-0|1.|.5|  | 7.25| 200.1| 99|1.2.3|\x80|\xFF|0000|99999|, |123456789012345|"
+        "0.000000000000001");
+    Texts pieces;
+    for (std::string piece; std::getline(text, piece, '|');) pieces.push_back(piece);
+    return pieces;
+  }();
   std::string text;
-  for (auto count = random() % 60; count > 0; --count)
-    text += kPieces[random() % std::size(kPieces)];
+  for (auto count = random() % 60; count > 0; --count) text += kPieces[random() % kPieces.size()];
   return text;
 }
 
@@ -209,9 +173,7 @@ TEST(TokenReader, NamesThePathItCannotOpen) {
   ASSERT_TRUE(missing.Failed());
   EXPECT_EQ(missing.Why().kind, FailureKind::kNotFound);
   EXPECT_NE(missing.Text().find("missing.asc"), std::string::npos);
-  const Outcome<TokenReader> directory = TokenReader::Open(folder.Path());
-  ASSERT_TRUE(directory.Failed());
-  EXPECT_EQ(directory.Why().kind, FailureKind::kDisk);
+  EXPECT_EQ(TokenReader::Open(folder.Path()).Why().kind, FailureKind::kDisk);
 }
 
 }  // namespace

@@ -20,7 +20,7 @@ class SettingsFile : public ::testing::Test {
   TemporaryFolder folder_;
 };
 
-TEST_F(SettingsFile, AFirstStartWritesTheDefaults) {
+TEST_F(SettingsFile, AFirstStartWritesTheDefaultsAndAFolderWithACommaIsReadBackWhole) {
   EXPECT_FALSE(ReadSettings(Home()).created);
   EXPECT_FALSE(std::filesystem::exists(folder_ / "Settings.inf"));
   const SettingsRead read = LoadSettings(Home());
@@ -29,30 +29,26 @@ TEST_F(SettingsFile, AFirstStartWritesTheDefaults) {
   EXPECT_EQ(ReadText(folder_ / "Settings.inf"),
             Home() + "\r\n2\r\n" + read.settings.defaultPalette + "\r\n0\r\n23\r\n");
   EXPECT_FALSE(LoadSettings(Home()).created);
+  Settings settings = read.settings;
+  settings.workingDirectory = "/maps/north, 2024/";
+  ASSERT_TRUE(SaveSettings(settings).Ok());
+  EXPECT_EQ(LoadSettings(Home()).settings.workingDirectory, settings.workingDirectory);
 }
 
 TEST_F(SettingsFile, NumbersAreClampedCutAndRounded) {
-  const struct {
-    const char* decimals;
-    const char* colour;
-    const char* datum;
-    int places;
-    Colour constraint;
-    int index;
-  } cases[] = {
+  const std::tuple<std::string, std::string, std::string, int, Colour, int> cases[] = {
       {"12", "255", "1", 9, 255, 1},     {"-1", "65535.5", "0", 0, 65536, 23},
       {"2.7", "seven", "24", 2, 0, 23},  {" 3 ", " 16711680 ", " 7 ", 3, 16711680, 7},
       {"two", "0", "Airy", 0, 0, 23},    {"9.99", "1", "5.9", 9, 1, 5},
-      {"1e300", "1", "1e300", 9, 1, 23}, {"-1e300", "1", "-3", 0, 1, 23},
-  };
-  for (const auto& test : cases) {
-    const SettingsRead read = Load(std::string("maps\r\n") + test.decimals + "\r\nnone.ptf\r\n" +
-                                   test.colour + "\r\n" + test.datum + "\r\n");
-    EXPECT_EQ(read.failure, "") << test.decimals;
+      {"1e300", "1", "1e300", 9, 1, 23}, {"-1e300", "1", "-3", 0, 1, 23}};
+  for (const auto& [decimals, colour, datum, places, constraint, index] : cases) {
+    const SettingsRead read =
+        Load("maps\r\n" + decimals + "\r\nnone.ptf\r\n" + colour + "\r\n" + datum + "\r\n");
+    EXPECT_EQ(read.failure, "") << decimals;
     EXPECT_EQ(read.settings.workingDirectory, "maps/");
-    EXPECT_EQ(read.settings.decimalPlaces, test.places) << test.decimals;
-    EXPECT_EQ(read.settings.constraintColor, test.constraint) << test.colour;
-    EXPECT_EQ(read.settings.datum, test.index) << test.datum;
+    EXPECT_EQ(read.settings.decimalPlaces, places) << decimals;
+    EXPECT_EQ(read.settings.constraintColor, constraint) << colour;
+    EXPECT_EQ(read.settings.datum, index) << datum;
   }
 }
 
@@ -73,13 +69,6 @@ TEST_F(SettingsFile, WhatIsMissingHasItsDefaultFromThatLineOn) {
   const SettingsRead beyond = Load("maps/\r\n5\r\nnone.ptf\r\n1e10\r\n7\r\n");
   EXPECT_NE(beyond.failure.find("constraint colour"), std::string::npos);
   EXPECT_EQ(beyond.settings.datum, 23);
-}
-
-TEST_F(SettingsFile, AFolderWithACommaIsReadBackWhole) {
-  Settings settings = ReadSettings(Home()).settings;
-  settings.workingDirectory = "/maps/north, 2024/";
-  ASSERT_TRUE(SaveSettings(settings).Ok());
-  EXPECT_EQ(LoadSettings(Home()).settings.workingDirectory, settings.workingDirectory);
 }
 
 }  // namespace

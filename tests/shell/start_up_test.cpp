@@ -28,14 +28,11 @@ class StartUp : public ::testing::Test {
 TEST_F(StartUp, ShowsTwoPicturesAndGoes) {
   const FrmStartUp& window = Greet();
   desktop_.Advance(milliseconds(999));
-  EXPECT_TRUE(window.picSS1.Visible());
-  EXPECT_FALSE(window.picSS2.Visible());
+  EXPECT_TRUE(window.picSS1.Visible() && !window.picSS2.Visible());
   desktop_.Advance(milliseconds(1));
-  EXPECT_FALSE(window.picSS1.Visible());
-  EXPECT_TRUE(window.picSS2.Visible());
+  EXPECT_TRUE(!window.picSS1.Visible() && window.picSS2.Visible());
   desktop_.Advance(milliseconds(1499));
-  EXPECT_TRUE(IsOpen());
-  EXPECT_EQ(gone_, 0);
+  EXPECT_TRUE(IsOpen() && gone_ == 0);
   desktop_.Advance(milliseconds(1));
   EXPECT_FALSE(IsOpen());
   desktop_.Advance(milliseconds(5000));
@@ -43,17 +40,12 @@ TEST_F(StartUp, ShowsTwoPicturesAndGoes) {
 }
 
 TEST_F(StartUp, GoesAtOnceWhenAPersonActs) {
-  const std::function<void(FrmStartUp&)> acts[] = {
-      [](FrmStartUp& window) { EXPECT_TRUE(window.picSS1.Click().Ok()); },
-      [](FrmStartUp& window) { EXPECT_TRUE(window.picSS1.Key("Space").Ok()); },
-      [](FrmStartUp& window) { window.OnDeactivated(); },
-  };
-  int times = 0;
-  for (const auto& act : acts) {
-    act(Greet());
-    EXPECT_FALSE(IsOpen());
-    EXPECT_EQ(gone_, ++times);
-  }
+  EXPECT_TRUE(Greet().picSS1.Click().Ok());
+  EXPECT_TRUE(!IsOpen() && gone_ == 1);
+  EXPECT_TRUE(Greet().picSS1.Key("Space").Ok());
+  EXPECT_TRUE(!IsOpen() && gone_ == 2);
+  Greet().OnDeactivated();
+  EXPECT_TRUE(!IsOpen() && gone_ == 3);
 }
 
 TEST_F(StartUp, ThePicturesOfTheProgramCanBeDrawn) {

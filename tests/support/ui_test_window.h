@@ -26,7 +26,15 @@ class FrmTest : public Window {
     cmdOk.SetDefault();
     cmdCancel.SetCancel();
     picMap.SetImage(Canvas(4, 3));
-    SetLayout(Column{Frame{fraBox, txtInside}, txtName, Row{cmdOk, cmdCancel}});
+    txtNotes.SetMultiLine(true);
+    txtNotes.SetText("two\nlines");
+    SetLayout(
+        Column{Row{Column{Frame{fraBox, txtInside},
+                          Table{{"&Name:", txtName}, {"&Unit:", cmbFixed, cmbTyped}},
+                          Row{ckSmart, sldWeight, spnWhole, swGround}, Frame{"Slope", optSlope},
+                          txtNotes, Row{Column{drvPlace, Dir}, File, lstOne, lstMany}},
+                   Column{Row{picMap, scrRow}, scrColumn, lblState}},
+               pbDone, Row{Stretch{}, cmdOk, cmdCancel}});
     for (Control* control : Controls()) Watch(*control);
   }
   ~FrmTest() override {
@@ -79,8 +87,15 @@ class FrmTest : public Window {
   Slider sldWeight{*this, "sldWeight", 1, 100};
   SpinButton spnWhole{*this, "spnWhole", 0, 2147483647};
   Picture picMap{*this, "picMap"};
+  Picture picStrip{*this, "picStrip"};
   ColourSwatch swGround{*this, "swGround", 255};
+  TextBox txtNotes{*this, "txtNotes"};
+  ScrollBar scrRow{*this, "scrRow"};
+  ScrollBar scrColumn{*this, "scrColumn", false};
+  ProgressBar pbDone{*this, "pbDone"};
+  DriveList drvPlace{*this, "Drive"};
   FolderList Dir{*this, "Dir"};
+  FileList File{*this, "File"};
   StatusStrip status{*this, "status", 2};
   MenuBar menu{*this,
                {{"mFile",
@@ -89,8 +104,9 @@ class FrmTest : public Window {
                  {},
                  {{"mSave", "&Save", "Ctrl+S", {}, {}},
                   MenuSpec::Separator(),
-                  {"mRun", "Run", "F12", {}, {}}}}}};
-  ToolBar tools{*this, "TBMain", {{1, "Load", "", {}, {{"", "First", "", {}, {}}}}}};
+                  {"", "&More", "", {}, {{"mRun", "Run", "F12", {}, {}}}}}}}};
+  ToolBar tools{
+      *this, "TBMain", {{1, "Load", "", {}, {{"", "First", "", {}, {}}}}, {2, "View", "", {}, {}}}};
 };
 
 // Stands in for what a person does while a long command lets the windows live.
@@ -114,15 +130,16 @@ class FakeScreen final : public Screen {
   bool canWrite = true;
 };
 
-// A desktop without a person before it, and one test window on it.
+// A desktop without a person before it, and test windows on it. It may have a screen.
 struct TestDesktop {
-  explicit TestDesktop(Screen* screen = nullptr) : desktop(log, screen) {}
+  explicit TestDesktop(bool seen = false) : desktop(log, seen ? &screen : nullptr) {}
 
   FrmTest& ShowTest(std::string name = "frmTest") {
     return desktop.Show(std::make_unique<FrmTest>(std::move(name)));
   }
 
   std::ostringstream log;
+  FakeScreen screen;
   HeadlessDesktop desktop;
 };
 

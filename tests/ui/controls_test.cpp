@@ -2,18 +2,17 @@
 #include <gtest/gtest.h>
 
 #include "support/ui_test_window.h"
+#include "ui/headless/script_words.h"
 
 namespace ormel::ui::testing {
 namespace {
-
-using Words = std::vector<std::string>;
 
 // One act of a person on a control: the refusal ("" for none), the events it fires and what the
 // control shows behind it.
 struct Act {
   const char* control;
   const char* verb;
-  Words words;
+  std::string word;  // of select: one or more
   const char* refusal;
   const char* events;
   const char* shows;
@@ -23,78 +22,73 @@ Outcome<> Do(Control& control, const Act& act) {
   const std::string verb = act.verb;
   if (verb == "click") return control.Click();
   if (verb == "double") return control.DoubleClick();
-  if (verb == "set") return control.Set(act.words[0]);
-  if (verb == "select") return control.Select(act.words);
-  if (verb == "key") return control.Key(act.words[0]);
+  if (verb == "set") return control.Set(act.word);
+  if (verb == "select") return control.Select(SplitWords(act.word));
+  if (verb == "key") return control.Key(act.word);
   return control.Mouse({MouseAction::kClick, 1, 1});
 }
 
 TEST(Controls, APersonsActsFireTheirEventsOnceAndAreRefusedWithAReason) {
   const Act acts[] = {
-      {"cmdOk", "click", {}, "", "cmdOk:click ", "OK"},
-      {"cmdOk", "double", {}, "", "cmdOk:double ", "&OK"},
-      {"cmdOk", "set", {"x"}, "frmTest.cmdOk takes no value", "", "OK"},
-      {"cmdOk", "select", {"x"}, "frmTest.cmdOk has no entries to select", "", "OK"},
-      {"cmdOk", "mouse", {}, "frmTest.cmdOk is no picture", "", "OK"},
-      {"ckSmart", "click", {}, "", "ckSmart:change ckSmart:click ", "on"},
-      {"ckSmart", "set", {"on"}, "", "", "on"},
-      {"ckSmart", "set", {"off"}, "", "ckSmart:change ckSmart:click ", "off"},
-      {"ckSmart", "set", {"1"}, "frmTest.ckSmart takes on or off", "", "Filter Data"},
-      {"optSlope(0)", "click", {}, "", "optSlope(0):click ", "on"},
-      {"optSlope(2)", "set", {"on"}, "", "optSlope(2):change optSlope(2):click ", "on"},
-      {"optSlope(0)", "set", {"off"}, "", "", "off"},
-      {"optSlope(2)",
-       "set",
-       {"off"},
-       "frmTest.optSlope(2) is switched off by choosing another option",
-       "",
-       "Queen"},
-      {"txtName", "set", {"map"}, "", "txtName:change txtName:leave ", "map"},
-      {"txtName", "set", {"map"}, "", "txtName:leave ", "map"},
-      {"txtName", "set", {"long name"}, "", "txtName:change txtName:leave ", "long n"},
+      {"cmdOk", "click", "", "", "cmdOk:click ", "OK"},
+      {"cmdOk", "double", "", "", "cmdOk:double ", "&OK"},
+      {"cmdOk", "set", "x", "frmTest.cmdOk takes no value", "", "OK"},
+      {"cmdOk", "select", "x", "frmTest.cmdOk has no entries to select", "", "OK"},
+      {"cmdOk", "mouse", "", "frmTest.cmdOk is no picture", "", "OK"},
+      {"ckSmart", "click", "", "", "ckSmart:change ckSmart:click ", "on"},
+      {"ckSmart", "set", "on", "", "", "on"},
+      {"ckSmart", "set", "off", "", "ckSmart:change ckSmart:click ", "off"},
+      {"ckSmart", "set", "1", "frmTest.ckSmart takes on or off", "", "Filter Data"},
+      {"optSlope(0)", "click", "", "", "optSlope(0):click ", "on"},
+      {"optSlope(2)", "set", "on", "", "optSlope(2):change optSlope(2):click ", "on"},
+      {"optSlope(0)", "set", "off", "", "", "off"},
+      {"optSlope(2)", "set", "off",
+       "frmTest.optSlope(2) is switched off by choosing another option", "", "Queen"},
+      {"txtName", "set", "map", "", "txtName:change txtName:leave ", "map"},
+      {"txtName", "set", "map", "", "txtName:leave ", "map"},
+      {"txtName", "set", "long name", "", "txtName:change txtName:leave ", "long n"},
       // Six bytes would cut the last letter in two.
-      {"txtName", "set", {"abcde\xC3\xA9"}, "", "txtName:change txtName:leave ", "abcde"},
-      {"txtName", "key", {"BackSpace"}, "", "txtName:change txtName:BackSpace ", "abcd"},
-      {"txtName", "key", {"\xC3\xA9"}, "", "txtName:change txtName:\xC3\xA9 ", "abcd\xC3\xA9"},
-      {"txtName", "key", {"BackSpace"}, "", "txtName:change txtName:BackSpace ", "abcd"},
-      {"txtName", "key", {"="}, "", "txtName:change txtName:= ", "abcd="},
-      {"txtName", "key", {"Home"}, "", "txtName:Home ", "abcd="},
-      {"lstOne", "select", {"south"}, "", "lstOne:select ", "south"},
-      {"lstOne", "select", {"2"}, "", "", "south"},
-      {"lstOne", "select", {"7"}, "frmTest.lstOne has no entry 7", "", "south"},
-      {"lstOne", "select", {"1", "2"}, "frmTest.lstOne takes one entry only", "", "south"},
-      {"lstOne", "key", {"End"}, "", "lstOne:select lstOne:End ", "7"},
-      {"lstOne", "key", {"Down"}, "", "lstOne:Down ", "7"},
-      {"lstOne", "select", {"none"}, "", "lstOne:select ", ""},
-      {"lstMany", "select", {"all"}, "", "lstMany:select ", "a"},
-      {"lstMany", "select", {"3", "b"}, "", "lstMany:select ", "b"},
-      {"cmbFixed", "select", {"2"}, "", "cmbFixed:change cmbFixed:select ", "hour"},
-      {"cmbFixed", "set", {"day"}, "", "cmbFixed:change cmbFixed:select ", "day"},
-      {"cmbFixed", "set", {"week"}, "frmTest.cmbFixed has no entry week", "", "day"},
-      {"cmbTyped", "set", {"three"}, "", "cmbTyped:change cmbTyped:leave ", "three"},
-      {"cmbTyped", "select", {"two"}, "", "cmbTyped:change cmbTyped:select ", "two"},
-      {"cmbTyped", "select", {"none"}, "", "cmbTyped:change cmbTyped:select ", ""},
-      {"sldWeight", "set", {"1000"}, "", "sldWeight:change ", "100"},
-      {"sldWeight", "set", {"9999999999"}, "", "", "100"},
-      {"sldWeight", "set", {"5.5"}, "frmTest.sldWeight takes a whole number, not 5.5", "", "100"},
-      {"sldWeight", "key", {"PageDown"}, "", "sldWeight:change sldWeight:PageDown ", "90"},
-      {"sldWeight", "key", {"Home"}, "", "sldWeight:change sldWeight:Home ", "1"},
-      {"sldWeight", "key", {"Left"}, "", "sldWeight:Left ", "1"},
-      {"spnWhole", "set", {"2147483647"}, "", "spnWhole:change ", "2147483647"},
-      {"spnWhole", "key", {"Up"}, "", "spnWhole:Up ", "2147483647"},
-      {"picMap", "mouse", {}, "", "picMap:down picMap:up picMap:click ", "4 x 3"},
-      {"picMap", "click", {}, "", "picMap:click ", "4 x 3"},
-      {"swGround", "click", {}, "", "swGround:click ", "255"},
-      {"Dir", "set", {"/no/such"}, "frmTest.Dir cannot go to /no/such: no such folder", "", ""},
-      {"Dir", "set", {"/"}, "", "Dir:change ", "/"},
-      {"mSave", "click", {}, "", "mSave:click ", "Save"},
-      {"TBMain(1,1)", "click", {}, "", "TBMain(1,1):click ", "First"},
+      {"txtName", "set", "abcde\xC3\xA9", "", "txtName:change txtName:leave ", "abcde"},
+      {"txtName", "key", "BackSpace", "", "txtName:change txtName:BackSpace ", "abcd"},
+      {"txtName", "key", "\xC3\xA9", "", "txtName:change txtName:\xC3\xA9 ", "abcd\xC3\xA9"},
+      {"txtName", "key", "BackSpace", "", "txtName:change txtName:BackSpace ", "abcd"},
+      {"txtName", "key", "=", "", "txtName:change txtName:= ", "abcd="},
+      {"txtName", "key", "Home", "", "txtName:Home ", "abcd="},
+      {"lstOne", "select", "south", "", "lstOne:select ", "south"},
+      {"lstOne", "select", "2", "", "", "south"},
+      {"lstOne", "select", "7", "frmTest.lstOne has no entry 7", "", "south"},
+      {"lstOne", "select", "1 2", "frmTest.lstOne takes one entry only", "", "south"},
+      {"lstOne", "key", "End", "", "lstOne:select lstOne:End ", "7"},
+      {"lstOne", "key", "Down", "", "lstOne:Down ", "7"},
+      {"lstOne", "select", "none", "", "lstOne:select ", ""},
+      {"lstMany", "select", "all", "", "lstMany:select ", "a"},
+      {"lstMany", "select", "3 b", "", "lstMany:select ", "b"},
+      {"cmbFixed", "select", "2", "", "cmbFixed:change cmbFixed:select ", "hour"},
+      {"cmbFixed", "set", "day", "", "cmbFixed:change cmbFixed:select ", "day"},
+      {"cmbFixed", "set", "week", "frmTest.cmbFixed has no entry week", "", "day"},
+      {"cmbTyped", "set", "three", "", "cmbTyped:change cmbTyped:leave ", "three"},
+      {"cmbTyped", "select", "two", "", "cmbTyped:change cmbTyped:select ", "two"},
+      {"cmbTyped", "select", "none", "", "cmbTyped:change cmbTyped:select ", ""},
+      {"sldWeight", "set", "1000", "", "sldWeight:change ", "100"},
+      {"sldWeight", "set", "9999999999", "", "", "100"},
+      {"sldWeight", "set", "5.5", "frmTest.sldWeight takes a whole number, not 5.5", "", "100"},
+      {"sldWeight", "key", "PageDown", "", "sldWeight:change sldWeight:PageDown ", "90"},
+      {"sldWeight", "key", "Home", "", "sldWeight:change sldWeight:Home ", "1"},
+      {"sldWeight", "key", "Left", "", "sldWeight:Left ", "1"},
+      {"spnWhole", "set", "2147483647", "", "spnWhole:change ", "2147483647"},
+      {"spnWhole", "key", "Up", "", "spnWhole:Up ", "2147483647"},
+      {"picMap", "mouse", "", "", "picMap:down picMap:up picMap:click ", "4 x 3"},
+      {"picMap", "click", "", "", "picMap:click ", "4 x 3"},
+      {"swGround", "click", "", "", "swGround:click ", "255"},
+      {"Dir", "set", "/no/such", "frmTest.Dir cannot go to /no/such: no such folder", "", ""},
+      {"Dir", "set", "/", "", "Dir:change ", "/"},
+      {"mSave", "click", "", "", "mSave:click ", "Save"},
+      {"TBMain(1,1)", "click", "", "", "TBMain(1,1):click ", "First"},
   };
   TestDesktop test;
   FrmTest& window = test.ShowTest();
   for (const Act& act : acts) {
-    SCOPED_TRACE(std::string(act.verb) + " " + act.control +
-                 (act.words.empty() ? "" : " " + act.words[0]));
+    SCOPED_TRACE(std::string(act.verb) + " " + act.control + " " + act.word);
     Control* control = window.Find(act.control);
     ASSERT_NE(control, nullptr);
     EXPECT_EQ(Do(*control, act).Text(), act.refusal);
@@ -121,25 +115,20 @@ TEST(Controls, ChangesByTheProgramFireNothing) {
 }
 
 TEST(Controls, HiddenAndDisabledOnesRefuseEveryAct) {
-  struct Way {
-    const char* refusal;
-    std::function<void(FrmTest&, bool)> set;
-  };
-  const Way ways[] = {
-      {"is hidden", [](FrmTest& w, bool off) { w.txtInside.SetVisible(!off); }},
-      {"is disabled", [](FrmTest& w, bool off) { w.txtInside.SetEnabled(!off); }},
-      {"is hidden", [](FrmTest& w, bool off) { w.fraBox.SetVisible(!off); }},
-      {"is disabled", [](FrmTest& w, bool off) { w.fraBox.SetEnabled(!off); }},
-      {"is disabled", [](FrmTest& w, bool off) { w.SetEnabled(!off); }},
-  };
+  const std::pair<std::string, std::function<void(FrmTest&, bool)>> ways[] = {
+      {"is hidden", [](FrmTest& w, bool on) { w.txtInside.SetVisible(on); }},
+      {"is disabled", [](FrmTest& w, bool on) { w.txtInside.SetEnabled(on); }},
+      {"is hidden", [](FrmTest& w, bool on) { w.fraBox.SetVisible(on); }},
+      {"is disabled", [](FrmTest& w, bool on) { w.fraBox.SetEnabled(on); }},
+      {"is disabled", [](FrmTest& w, bool on) { w.SetEnabled(on); }}};
   FrmTest window;
-  for (const Way& way : ways) {
-    way.set(window, true);
-    const std::string refusal = std::string("frmTest.txtInside ") + way.refusal;
+  for (const auto& [why, set] : ways) {
+    set(window, false);
+    const std::string refusal = "frmTest.txtInside " + why;
     EXPECT_EQ(window.txtInside.Set("x").Text(), refusal);
     EXPECT_EQ(window.txtInside.Click().Text(), refusal);
     EXPECT_EQ(window.txtInside.Key("Home").Text(), refusal);
-    way.set(window, false);
+    set(window, true);
     EXPECT_TRUE(window.txtInside.Key("Home").Ok());
     EXPECT_EQ(window.TakeEvents(), "txtInside:Home ");
   }
@@ -167,8 +156,12 @@ TEST(Controls, OptionSetsExcludeEachOtherWhateverTheirNames) {
   EXPECT_TRUE(high.Chosen() && low.Chosen());
 }
 
-TEST(Controls, ArraysGrowShrinkAndAreKnownByNumber) {
+TEST(Controls, ArraysGrowShrinkAndListsAreWholeWhenPrinted) {
   FrmTest window;
+  window.lstOne.SetItems({"", "x", ""});
+  EXPECT_EQ(window.lstOne.Printed(), "\nx\n");
+  window.status.SetText(2, "ready");
+  EXPECT_EQ(window.status.Printed(), "\nready");
   EXPECT_EQ(window.Find("ckRow(3)"), &window.ckRow(3));
   window.ckRow.Resize(1);
   EXPECT_EQ(window.Find("ckRow(2)"), nullptr);
@@ -210,26 +203,19 @@ TEST(Controls, KeysOfTheWindowReachMenusAndDefaultButtons) {
   EXPECT_FALSE(window.PressKey("F12"));
 }
 
-TEST(Controls, PrintedListsAndStripsKeepTheirEmptyLines) {
-  FrmTest window;
-  window.lstOne.SetItems({"", "x", ""});
-  EXPECT_EQ(window.lstOne.Printed(), "\nx\n");
-  window.status.SetText(2, "ready");
-  EXPECT_EQ(window.status.Printed(), "\nready");
-}
-
 TEST(Patterns, FitNamesInAnyCase) {
-  struct Case {
-    const char* name;
-    const char* patterns;
-    bool fits;
-  };
-  for (const Case& one : {Case{"dem.ASC", "*.asc", true}, Case{"dem.asc", "*.grd;*.asc", true},
-                          Case{"a.txt", "*.csv,*.txt", true}, Case{"dem.asc2", "*.asc", false},
-                          Case{"asc", "*.asc", false}, Case{"f12.asc", "f?2*.a*c", true},
-                          Case{"f2.asc", "f?2.asc", false}, Case{"", "*", true},
-                          Case{"x", "", false}, Case{"aXbXc", "a*X*d", false}}) {
-    EXPECT_EQ(FitsPattern(one.name, one.patterns), one.fits) << one.name << " " << one.patterns;
+  const std::tuple<std::string, std::string, bool> cases[] = {{"dem.ASC", "*.asc", true},
+                                                              {"dem.asc", "*.grd;*.asc", true},
+                                                              {"a.txt", "*.csv,*.txt", true},
+                                                              {"dem.asc2", "*.asc", false},
+                                                              {"asc", "*.asc", false},
+                                                              {"f12.asc", "f?2*.a*c", true},
+                                                              {"f2.asc", "f?2.asc", false},
+                                                              {"", "*", true},
+                                                              {"x", "", false},
+                                                              {"aXbXc", "a*X*d", false}};
+  for (const auto& [name, patterns, fits] : cases) {
+    EXPECT_EQ(FitsPattern(name, patterns), fits) << name << " " << patterns;
   }
   const std::string filter = "ASCII Raster (.asc)|*.asc;*.grd|Bitmap (.bmp)|*.bmp";
   EXPECT_EQ(FilterIndexOf("a.b/OUT.BMP", filter), 2);

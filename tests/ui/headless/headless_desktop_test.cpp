@@ -31,31 +31,27 @@ class Headless : public ::testing::Test, protected TestDesktop {
 TEST_F(Headless, LogsEveryDialogOnOneLine) {
   const FileDialog csv{"Add", "CSV (.csv)|*.csv", "csv", "", "", true};
   const FileDialog out{"Export", "ASCII (.asc)|*.asc|Bitmap (.bmp)|*.bmp", "asc", "", ""};
+  desktop.Message("Done");
   desktop.AnswerBoxes(Answer::kNo);
   desktop.AnswerBoxes(Answer::kCancel);
+  EXPECT_EQ(desktop.Ask("Say \"yes\"\r\nor\nno\\", "T", Buttons::kYesNoCancel), Answer::kNo);
+  EXPECT_EQ(desktop.Ask("Go on?", "T", Buttons::kOkCancel), Answer::kCancel);
   desktop.AnswerPrompt("*.grd");
   desktop.AnswerPrompt(std::nullopt);
   desktop.AnswerPrompt("Arial, 12, bold");
+  EXPECT_EQ(desktop.Prompt("Filter:", "ORMEL", "*.asc"), "*.grd");
+  EXPECT_EQ(desktop.Prompt("Filter:", "ORMEL", ""), std::nullopt);
+  const Font font = desktop.PickFont("Legend", {}).value_or(Font{});
+  EXPECT_TRUE(font.family == "Arial" && font.size == 12 && font.bold && !font.italic);
   desktop.AnswerFiles(Paths{"a b.csv", "c\\\"d.csv"});
   desktop.AnswerFiles(Paths{"sub/OUT.BMP"});
   desktop.AnswerFiles(std::nullopt);
-  desktop.AnswerColour(255);
-  desktop.AnswerColour(std::nullopt);
-
-  desktop.Message("Done");
-  EXPECT_EQ(desktop.Ask("Say \"yes\"\r\nor\nno\\", "T", Buttons::kYesNoCancel), Answer::kNo);
-  EXPECT_EQ(desktop.Ask("Go on?", "T", Buttons::kOkCancel), Answer::kCancel);
-  EXPECT_EQ(desktop.Prompt("Filter:", "ORMEL", "*.asc"), "*.grd");
-  EXPECT_EQ(desktop.Prompt("Filter:", "ORMEL", ""), std::nullopt);
-  const std::optional<Font> font = desktop.PickFont("Legend", {});
-  ASSERT_TRUE(font);
-  EXPECT_TRUE(font->family == "Arial" && font->size == 12 && font->bold && !font->italic);
   EXPECT_EQ(desktop.OpenFile(csv)->paths, (Paths{"a b.csv", "c\\\"d.csv"}));
   const std::optional<FileChoice> save = desktop.SaveFile(out);
-  ASSERT_TRUE(save);
-  EXPECT_EQ(save->Path(), "sub/OUT.BMP");
-  EXPECT_EQ(save->filterIndex, 2);
+  EXPECT_TRUE(save && save->Path() == "sub/OUT.BMP" && save->filterIndex == 2);
   EXPECT_FALSE(desktop.SaveFile(out));
+  desktop.AnswerColour(255);
+  desktop.AnswerColour(std::nullopt);
   EXPECT_EQ(desktop.PickColour("Ground", 0), 255U);
   EXPECT_EQ(desktop.PickColour("Ground", 0), std::nullopt);
   EXPECT_EQ(desktop.UnusedAnswers(), "");
@@ -75,38 +71,24 @@ colour title "Ground" -> cancel
 }
 
 TEST_F(Headless, ADialogWithoutAFittingAnswerEndsTheScript) {
-  const FileDialog one{"Load", "All|*", "", "", ""};
-  struct Case {
-    std::function<void(HeadlessDesktop&)> queue;
-    std::function<void(HeadlessDesktop&)> ask;
-    const char* error;
-  };
-  const auto nothing = [](HeadlessDesktop&) {};
-  const Case cases[] = {
-      {nothing, [](HeadlessDesktop& d) { d.Ask("Q?", "T", Buttons::kYesNo); },
-       R"(no answer is queued for message "Q?" title "T" buttons yesno)"},
-      {[](HeadlessDesktop& d) { d.AnswerBoxes(Answer::kOk); },
-       [](HeadlessDesktop& d) { d.Ask("Q?", "T", Buttons::kYesNo); },
-       R"(the queued answer ok is no button of message "Q?" title "T" buttons yesno)"},
-      {nothing, [](HeadlessDesktop& d) { (void)d.Prompt("P", "T", "x"); },
-       R"(no input is queued for prompt "P" title "T" default "x")"},
-      {nothing, [&](HeadlessDesktop& d) { (void)d.OpenFile(one); },
-       R"(no file is queued for open title "Load" filter "All|*")"},
-      {[](HeadlessDesktop& d) {
-         d.AnswerFiles(Paths{"a", "b"});
-       },
-       [&](HeadlessDesktop& d) { (void)d.SaveFile(one); },
-       R"(several files are queued for save title "Load" filter "All|*")"},
-      {nothing, [](HeadlessDesktop& d) { (void)d.PickColour("C", 0); },
-       R"(no colour is queued for colour title "C")"},
-      {[](HeadlessDesktop& d) { d.AnswerPrompt("Arial, big"); },
-       [](HeadlessDesktop& d) { (void)d.PickFont("F", {}); },
-       R"(the queued input "Arial, big" is no font for font title "F")"},
-  };
-  for (const Case& oneCase : cases) {
-    oneCase.queue(desktop);
-    EXPECT_EQ(ErrorOf([&] { oneCase.ask(desktop); }), oneCase.error);
-  }
+  const FileDialog load{"Load", "All|*", "", "", ""};
+  const std::function<void()> ask = [&] { desktop.Ask("Q?", "T", Buttons::kYesNo); };
+  EXPECT_EQ(ErrorOf(ask), R"(no answer is queued for message "Q?" title "T" buttons yesno)");
+  desktop.AnswerBoxes(Answer::kOk);
+  EXPECT_EQ(ErrorOf(ask),
+            R"(the queued answer ok is no button of message "Q?" title "T" buttons yesno)");
+  EXPECT_EQ(ErrorOf([&] { (void)desktop.Prompt("P", "T", "x"); }),
+            R"(no input is queued for prompt "P" title "T" default "x")");
+  EXPECT_EQ(ErrorOf([&] { (void)desktop.OpenFile(load); }),
+            R"(no file is queued for open title "Load" filter "All|*")");
+  desktop.AnswerFiles(Paths{"a", "b"});
+  EXPECT_EQ(ErrorOf([&] { (void)desktop.SaveFile(load); }),
+            R"(several files are queued for save title "Load" filter "All|*")");
+  EXPECT_EQ(ErrorOf([&] { (void)desktop.PickColour("C", 0); }),
+            R"(no colour is queued for colour title "C")");
+  desktop.AnswerPrompt("Arial, big");
+  EXPECT_EQ(ErrorOf([&] { (void)desktop.PickFont("F", {}); }),
+            R"(the queued input "Arial, big" is no font for font title "F")");
   EXPECT_EQ(log.str(), "") << "what was not answered did not happen";
   desktop.AnswerBoxes(Answer::kYes);
   desktop.AnswerFiles(std::nullopt);
@@ -117,22 +99,21 @@ TEST_F(Headless, ADialogWithoutAFittingAnswerEndsTheScript) {
 
 TEST_F(Headless, TimersTickInTheOrderOfTheirTimes) {
   std::string ticks;
-  const auto tick = [&ticks](const char* name) { return [&ticks, name] { ticks += name; }; };
-  desktop.StartTimer(30ms, tick("c"));
-  const TimerId fast = desktop.StartTimer(10ms, tick("a"));
-  desktop.Advance(9ms);
-  EXPECT_EQ(ticks, "");
-  desktop.Advance(1ms);
-  EXPECT_EQ(ticks, "a");
-  desktop.Advance(50ms);  // 20, 30 (c was set first), 40, 50, 60
-  EXPECT_EQ(ticks, "aacaaaca");
+  const auto advance = [&](std::chrono::milliseconds time) {
+    desktop.Advance(time);
+    return std::exchange(ticks, "");
+  };
+  desktop.StartTimer(30ms, [&] { ticks += "c"; });
+  const TimerId fast = desktop.StartTimer(10ms, [&] { ticks += "a"; });
+  EXPECT_EQ(advance(9ms), "");
+  EXPECT_EQ(advance(1ms), "a");
+  EXPECT_EQ(advance(50ms), "acaaaca");  // 20, 30 (c was set first), 40, 50, 60
   desktop.StopTimer(fast);
   desktop.StopTimer(fast);
-  desktop.Advance(30ms);
-  EXPECT_EQ(ticks, "aacaaacac");
+  EXPECT_EQ(advance(30ms), "c");
 }
 
-TEST_F(Headless, ATickMayStopAndStartTimersAndFail) {
+TEST_F(Headless, ATickMayStopAndStartTimersFailAndCloseItsWindow) {
   int ticks = 0;
   std::unique_ptr<Timer> timer;
   timer = std::make_unique<Timer>(desktop, 0ms, [&] {  // below 1 ms counts as 1
@@ -145,17 +126,16 @@ TEST_F(Headless, ATickMayStopAndStartTimersAndFail) {
   EXPECT_EQ(ticks, 4);
   EXPECT_EQ(desktop.TakeMessage(), "no more frames");  // at 3 + 5
   EXPECT_EQ(desktop.TakeMessage(), std::nullopt);
-}
 
-TEST_F(Headless, ATickMayCloseTheWindowThatOwnsTheTimer) {
   struct FrmClock : Window {
     explicit FrmClock(Desktop& desktop)
         : Window("frmClock", ""), timer(desktop, 1ms, [this, &desktop] { desktop.Close(*this); }) {}
     Timer timer;
   };
   desktop.Show(std::make_unique<FrmClock>(desktop));
-  desktop.Advance(10ms);
+  desktop.Advance(1ms);
   EXPECT_EQ(desktop.FindWindow("frmClock"), nullptr);
+  desktop.Show(std::make_unique<FrmClock>(desktop));  // this one is open when the program ends
 }
 
 TEST_F(Headless, FetchesFilesAndRefusesTheNetworkUnlessGivenOne) {
@@ -173,28 +153,15 @@ TEST_F(Headless, FetchesFilesAndRefusesTheNetworkUnlessGivenOne) {
   EXPECT_EQ(desktop.Fetch("http://x", progress).Value(), "http://x!");
 }
 
-TEST_F(Headless, TheClipboardKeepsTextAndPicture) {
-  desktop.SetClipboardText("a\tb");
-  desktop.SetClipboardPicture(Canvas(2, 1));
-  EXPECT_EQ(desktop.ClipboardText(), "a\tb");
-  EXPECT_EQ(desktop.ClipboardPicture().Width(), 2);
-}
-
 TEST(ScriptWordsTest, SplitAndQuote) {
-  struct Case {
-    const char* line;
-    Paths words;
-  };
-  for (const Case& one : {
-           Case{"  set\tfrm.txt  a ", {"set", "frm.txt", "a"}},
-           Case{R"("a b" "" "say \"x\" \\ C:\new")", {"a b", "", R"(say "x" \ C:\new)"}},
-           Case{R"(C:\dir\ a"b)", {R"(C:\dir\)", R"(a"b)"}},
-       }) {
-    EXPECT_EQ(SplitWords(one.line), one.words) << one.line;
+  const std::pair<const char*, Paths> cases[] = {
+      {"  set\tfrm.txt  a ", {"set", "frm.txt", "a"}},
+      {R"("a b" "" "say \"x\" \\ C:\new")", {"a b", "", R"(say "x" \ C:\new)"}},
+      {R"(C:\dir\ a"b)", {R"(C:\dir\)", R"(a"b)"}}};
+  for (const auto& [line, words] : cases) EXPECT_EQ(SplitWords(line), words) << line;
+  for (const char* line : {R"(set "a)", R"(set "a\")", R"(set "a"b)"}) {
+    EXPECT_THROW(SplitWords(line), ScriptError) << line;
   }
-  EXPECT_THROW(SplitWords(R"(set "a)"), ScriptError);
-  EXPECT_THROW(SplitWords(R"(set "a\")"), ScriptError);
-  EXPECT_THROW(SplitWords(R"(set "a"b)"), ScriptError);
   for (const std::string text : {R"(a "b" \ c)", "", R"(ends\)", R"(\\"\")"}) {
     EXPECT_EQ(SplitWords(Quoted(text)), Paths{text});
   }

@@ -1,19 +1,10 @@
 // Every kind of control in both directions: the program changes it and the screen shows it without
 // an event; a person changes it and the program hears of it exactly once.
 #include <QAction>
-#include <QCheckBox>
-#include <QComboBox>
-#include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListView>
-#include <QPlainTextEdit>
-#include <QProgressBar>
-#include <QPushButton>
 #include <QRadioButton>
-#include <QSlider>
-#include <QStatusBar>
-#include <QToolButton>
 #include <functional>
 
 #include "ui/qt/screen_fixture.h"
@@ -23,11 +14,19 @@ namespace {
 
 class ControlsTest : public ScreenTest {
  protected:
-  void SetUp() override { LogEvents(window, log); }
+  using Act = std::function<void()>;
 
-  std::string LineText(const Control& control) {
-    return On<QLineEdit>(control).text().toStdString();
+  // Keys and the mouse have tests of their own.
+  void SetUp() override {
+    for (Control* control : w.Controls()) {
+      control->onKey = {};
+      control->onMouse = {};
+    }
+    w.Dir.SetFolder("/usr/share");
+    w.txtName.SetText("slope");
+    Settle();
   }
+
   QListView& List(const Control& control) {
     auto* list = qobject_cast<QListView*>(&On(control));
     return list != nullptr ? *list : *On(control).findChild<QListView*>();
@@ -39,332 +38,196 @@ class ControlsTest : public ScreenTest {
     }
     return rows;
   }
-  QPoint RowPlace(const Control& control, int row) {
-    QListView& list = List(control);
-    return list.visualRect(list.model()->index(row - 1, 0)).center();
+
+  // What a person does with the widget of a control.
+  Act Click(const Control& control, QPoint place = {}) {
+    return [=, this, &control] { QTest::mouseClick(&On(control), Qt::LeftButton, {}, place); };
   }
-  void ClickRow(const Control& control, int row, Qt::KeyboardModifiers modifiers = {}) {
-    QTest::mouseClick(List(control).viewport(), Qt::LeftButton, modifiers, RowPlace(control, row));
+  Act ClickRow(const Control& control, int row, Qt::KeyboardModifiers modifiers = {}) {
+    return [=, this, &control] {
+      QListView& list = List(control);
+      const QPoint place = list.visualRect(list.model()->index(row - 1, 0)).center();
+      QTest::mouseClick(list.viewport(), Qt::LeftButton, modifiers, place);
+    };
+  }
+  Act Press(const Control& control, Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
+    return [=, this, &control] { QTest::keyClick(&On(control), key, modifiers); };
+  }
+  Act Type(const Control& control, const char* text) {
+    return [=, this, &control] { QTest::keyClicks(&On(control), text); };
   }
 
-  Log log;
-  DemoWindow& window = Shown<DemoWindow>();
+  FrmTest& w = Shown<FrmTest>();
 };
 
 TEST_F(ControlsTest, TheScreenShowsWhatTheProgramChanges) {
-  DemoWindow& w = window;
-  struct Case {
-    const char* name;
-    std::function<void()> change;
-    std::function<bool()> shows;
-  };
-  const Case cases[] = {
-      {"disabled", [&] { w.cmdDem.SetEnabled(false); }, [&] { return !On(w.cmdDem).isEnabled(); }},
-      {"hidden", [&] { w.cmdSlope.SetVisible(false); }, [&] { return On(w.cmdSlope).isHidden(); }},
-      {"tool tip", [&] { w.File.SetToolTip("Maps"); },
-       [&] { return On(w.File).toolTip() == "Maps"; }},
-      {"label", [&] { w.lblCount.SetCaption("R && D"); },
-       [&] { return On<QLabel>(w.lblCount).text() == "R & D"; }},
-      {"button", [&] { w.cmdRun.SetCaption("&Again"); },
-       [&] { return On<QPushButton>(w.cmdRun).text() == "&Again"; }},
-      {"check box", [&] { w.ckMask.SetChecked(false); },
-       [&] { return !On<QCheckBox>(w.ckMask).isChecked(); }},
-      {"option", [&] { w.optMethod.Choose(3); },
-       [&] {
-         return On<QRadioButton>(w.optMethod(3)).isChecked() &&
-                !On<QRadioButton>(w.optMethod(1)).isChecked();
-       }},
-      {"text", [&] { w.txtSlope.SetText("slöpe.asc"); },
-       [&] { return LineText(w.txtSlope) == "slöpe.asc"; }},
-      {"read only", [&] { w.txtDem.SetReadOnly(true); },
-       [&] { return On<QLineEdit>(w.txtDem).isReadOnly(); }},
-      {"lines", [&] { w.txtNotes.SetText("a\nb"); },
-       [&] { return On<QPlainTextEdit>(w.txtNotes).toPlainText() == "a\nb"; }},
-      {"entries",
-       [&] {
-         w.File.SetItems({"one", "two"});
-       },
-       [&] { return List(w.File).model()->rowCount() == 2; }},
-      {"selection", [&] { w.File.SetSelected({2}); },
-       [&] { return Rows(w.File) == std::vector<int>{2}; }},
-      {"combo", [&] { w.cboPalette.SelectIndex(3); },
-       [&] { return On<QComboBox>(w.cboPalette).currentText() == "Heat"; }},
-      {"combo without that entry", [&] { w.cboPalette.SetText("mine.ptf"); },
-       [&] { return On<QComboBox>(w.cboPalette).placeholderText() == "mine.ptf"; }},
-      {"typed combo", [&] { w.cboUnit.SetText("yards"); },
-       [&] { return On<QComboBox>(w.cboUnit).currentText() == "yards"; }},
-      {"slider", [&] { w.sldWeight.SetRange(200, 500), w.sldWeight.SetValue(400); },
-       [&] { return On<QSlider>(w.sldWeight).value() == 400; }},
-      {"scroll bar", [&] { w.scrRow.SetValue(7); },
-       [&] { return On<QAbstractSlider>(w.scrRow).value() == 7; }},
-      {"progress", [&] { w.pbDone.SetPercent(12.5); },
-       [&] { return On<QProgressBar>(w.pbDone).text() == "12%"; }},
-      {"frame's title", [&] { w.fraLook.SetCaption("Look"); },
-       [&] { return On<QGroupBox>(w.fraLook).title() == "Look"; }},
-      {"frame hides its controls", [&] { w.fraLook.SetVisible(false); },
-       [&] { return !On(w.cboPalette).isVisible(); }},
-      {"picture", [&] { w.picMap.SetImage(Canvas(4, 4, Rgb(1, 2, 3))); },
-       [&] {
-         const QImage grab = On(w.picMap).grab().toImage();
-         return grab.pixel(grab.width() / 2, grab.height() / 2) == qRgb(1, 2, 3);
-       }},
-      {"swatch", [&] { w.swNoData.SetColour(Rgb(0, 9, 0)); },
-       [&] { return On(w.swNoData).grab().toImage().pixel(10, 10) == qRgb(0, 9, 0); }},
-      {"folder", [&] { w.Dir.SetFolder("/"); },
-       [&] { return On(w.Dir).findChild<QLineEdit*>()->text() == "/"; }},
-      {"menu entry", [&] { w.menu["mGrid"].SetChecked(true); },
-       [&] { return On<QAction>(w.menu["mGrid"]).isChecked(); }},
-      {"disabled menu entry", [&] { w.menu["mSeries"].SetEnabled(false); },
-       [&] { return !On<QAction>(w.menu["mSeries"]).isEnabled(); }},
-      {"status", [&] { w.status.SetText(2, "Ready"); },
-       [&] { return On(w.status).findChildren<QLabel*>()[1]->text() == "Ready"; }},
-  };
-  for (const Case& one : cases) {
-    SCOPED_TRACE(one.name);
-    EXPECT_FALSE(one.shows());
-    one.change();
+  const auto on = [&](const Control& control) { return &On<QObject>(control); };
+  auto* folder = On(w.Dir).findChild<QLineEdit*>();
+  QLabel* panel = On(w.status).findChildren<QLabel*>()[1];
+  // A change, and what a property of a widget is behind it, but not before.
+  const std::tuple<Act, QObject*, const char*, QString> cases[] = {
+      {[&] { w.cmdOk.SetEnabled(false); }, on(w.cmdOk), "enabled", "false"},
+      {[&] { w.cmdOk.SetVisible(false); }, on(w.cmdOk), "visible", "false"},
+      {[&] { w.lstMany.SetToolTip("Maps"); }, on(w.lstMany), "toolTip", "Maps"},
+      {[&] { w.lblState.SetCaption("R && D"); }, on(w.lblState), "text", "R & D"},
+      {[&] { w.cmdCancel.SetCaption("&Again"); }, on(w.cmdCancel), "text", "&Again"},
+      {[&] { w.ckSmart.SetChecked(true); }, on(w.ckSmart), "checked", "true"},
+      {[&] { w.optSlope.Choose(1); }, on(w.optSlope(0)), "checked", "false"},
+      {[&] { w.optSlope.Choose(2); }, on(w.optSlope(2)), "checked", "true"},
+      {[&] { w.txtInside.SetText("slöpe.asc"); }, on(w.txtInside), "text", "slöpe.asc"},
+      {[&] { w.txtName.SetReadOnly(true); }, on(w.txtName), "readOnly", "true"},
+      {[&] { w.txtNotes.SetText("a\nb"); }, on(w.txtNotes), "plainText", "a\nb"},
+      {[&] { w.cmbFixed.SelectIndex(2); }, on(w.cmbFixed), "currentText", "hour"},
+      {[&] { w.cmbFixed.SetText("week"); }, on(w.cmbFixed), "placeholderText", "week"},
+      {[&] { w.cmbTyped.SetText("yards"); }, on(w.cmbTyped), "currentText", "yards"},
+      {[&] { w.sldWeight.SetRange(200, 500), w.sldWeight.SetValue(400); }, on(w.sldWeight), "value",
+       "400"},
+      {[&] { w.scrRow.SetValue(7); }, on(w.scrRow), "value", "7"},
+      {[&] { w.pbDone.SetPercent(12.5); }, on(w.pbDone), "text", "12%"},
+      {[&] { w.fraBox.SetCaption("Look"); }, on(w.fraBox), "title", "Look"},
+      {[&] { w.fraBox.SetVisible(false); }, on(w.txtInside), "visible", "false"},
+      {[&] { w.Dir.SetFolder("/"); }, folder, "text", "/"},
+      {[&] { w.menu["mRun"].SetChecked(true); }, on(w.menu["mRun"]), "checked", "true"},
+      {[&] { w.menu["mSave"].SetEnabled(false); }, on(w.menu["mSave"]), "enabled", "false"},
+      {[&] { w.status.SetText(2, "Ready"); }, panel, "text", "Ready"}};
+  for (const auto& [change, widget, property, expected] : cases) {
+    SCOPED_TRACE(widget->objectName().toStdString() + " " + property);
+    EXPECT_NE(widget->property(property).toString(), expected);
+    change();
     Settle();
-    EXPECT_TRUE(one.shows());
+    EXPECT_EQ(widget->property(property).toString(), expected);
   }
-  EXPECT_EQ(log, Log{});
+  w.lstMany.SetItems({"one", "two"});
+  w.lstMany.SetSelected({2});
+  w.picMap.SetImage(Canvas(4, 4, Rgb(1, 2, 3)));
+  w.swGround.SetColour(Rgb(0, 9, 0));
+  Settle();
+  EXPECT_EQ(List(w.lstMany).model()->rowCount(), 2);
+  EXPECT_EQ(Rows(w.lstMany), std::vector<int>{2});
+  const QImage picture = On(w.picMap).grab().toImage();
+  EXPECT_EQ(picture.pixel(picture.width() / 2, picture.height() / 2), qRgb(1, 2, 3));
+  EXPECT_EQ(On(w.swGround).grab().toImage().pixel(10, 10), qRgb(0, 9, 0));
+  EXPECT_EQ(w.TakeEvents(), "");
 }
 
 TEST_F(ControlsTest, TheProgramHearsOnceWhatAPersonDoes) {
-  DemoWindow& w = window;
   struct Case {
     const char* name;
-    std::function<void()> act;
-    Log events;
-    std::function<std::string()> state;
-    std::string expected;
+    Act act;
+    std::string events;
+    const Control* control = nullptr;
+    std::string state = {};  // of the control behind it; of a list the entries chosen
   };
-  const auto none = [] { return std::string(); };
+  const auto stateOf = [](const Control& control) {
+    const auto* list = dynamic_cast<const ListBox*>(&control);
+    if (list == nullptr) return control.Printed();
+    std::string chosen;
+    for (const int row : list->Selected()) chosen += std::to_string(row);
+    return chosen;
+  };
+  const QPoint arrow(On(w.spnWhole).width() / 2, 5);
+  const auto isMarked = [&] { EXPECT_TRUE(On<QRadioButton>(w.optSlope(1)).isChecked()); };
   const Case cases[] = {
-      {"button",
-       [&] { QTest::mouseClick(&On(w.cmdDem), Qt::LeftButton); },
-       {"txtDem leave", "cmdDem click"},
-       none,
-       ""},
-      {"button by Return",
-       [&] { QTest::keyClick(&On(w.cmdDem), Qt::Key_Return); },
-       {"cmdDem click"},
-       none,
-       ""},
-      {"typing",
-       [&] { QTest::keyClicks(&On(w.txtSlope), "e"); },
-       {"txtSlope change"},
-       [&] { return w.txtSlope.Text(); },
-       "e"},
-      {"maximum length",
-       [&] { QTest::keyClicks(&On(w.txtWeight), "78"); },
-       {"txtWeight change"},
-       [&] { return w.txtWeight.Text(); },
-       "357"},
-      {"lines",
-       [&] {
-         On<QPlainTextEdit>(w.txtNotes).selectAll();
-         QTest::keyClick(&On(w.txtNotes), Qt::Key_Delete);
-       },
-       {"txtNotes change"},
-       [&] { return w.txtNotes.Text(); },
-       ""},
-      {"check box",
-       [&] { QTest::keyClick(&On(w.ckMask), Qt::Key_Space); },
-       {"ckMask change", "ckMask click"},
-       [&] { return w.ckMask.Printed(); },
-       "off"},
-      {"option",
-       [&] { QTest::keyClick(&On(w.optMethod(2)), Qt::Key_Space); },
-       {"optMethod(2) change", "optMethod(2) click"},
-       [&] { return std::to_string(w.optMethod.Chosen()); },
-       "2"},
-      {"the chosen option again",
-       [&] { QTest::keyClick(&On(w.optMethod(2)), Qt::Key_Space); },
-       {"optMethod(2) click"},
-       [&] { return On<QRadioButton>(w.optMethod(2)).isChecked() ? "on" : "off"; },
-       "on"},
-      {"option by arrow key",
-       [&] { QTest::keyClick(&On(w.optMethod(2)), Qt::Key_Down); },
-       {"optMethod(3) change", "optMethod(3) click"},
-       [&] { return std::to_string(w.optMethod.Chosen()); },
-       "3"},
-      {"list",
-       [&] { ClickRow(w.File, 4); },
-       {"File select", "File click"},
-       [&] { return w.File.SelectedText(); },
-       "slope.asc"},
-      {"list with Shift",
-       [&] { ClickRow(w.File, 2, Qt::ShiftModifier); },
-       {"File select", "File click"},
-       [&] { return std::to_string(w.File.Selected().size()); },
-       "3"},
-      {"list with Ctrl",
-       [&] { ClickRow(w.File, 3, Qt::ControlModifier); },
-       {"File select", "File click"},
-       [&] { return std::to_string(w.File.Selected().size()); },
-       "2"},
-      {"Return in a list",
-       [&] { QTest::keyClick(&On(w.File), Qt::Key_Return); },
-       {"File double click"},
-       none,
-       ""},
-      {"combo",
-       [&] { QTest::keyClick(&On(w.cboPalette), Qt::Key_Down); },
-       {"cboPalette change", "cboPalette select"},
-       [&] { return w.cboPalette.Text(); },
-       "Heat"},
-      {"typed combo",
-       [&] {
-         On<QComboBox>(w.cboUnit).lineEdit()->setCursorPosition(99);
-         QTest::keyClicks(&On(w.cboUnit), "2");
-       },
-       {"cboUnit change"},
-       [&] { return w.cboUnit.Text(); },
-       "metres2"},
-      {"slider by page",
-       [&] { QTest::keyClick(&On(w.sldWeight), Qt::Key_PageUp); },
-       {"sldWeight change"},
-       [&] { return w.sldWeight.Printed(); },
-       "45"},
-      {"scroll bar",
-       [&] { QTest::keyClick(&On(w.scrColumn), Qt::Key_Right); },
-       {"scrColumn change"},
-       [&] { return w.scrColumn.Printed(); },
-       "1"},
-      {"spin button by mouse",
-       [&] {
-         QTest::mouseClick(&On(w.spnWeight), Qt::LeftButton, {},
-                           QPoint(On(w.spnWeight).width() / 2, 5));
-       },
-       {"spnWeight change"},
-       [&] { return w.spnWeight.Printed(); },
-       "1"},
-      {"spin button below its end",
-       [&] {
-         QTest::keyClick(&On(w.spnWeight), Qt::Key_Down);
-         QTest::keyClick(&On(w.spnWeight), Qt::Key_Down);
-       },
-       {"spnWeight change"},
-       [&] { return w.spnWeight.Printed(); },
-       "0"},
-      {"swatch by mouse",
-       [&] { QTest::mouseClick(&On(w.swNoData), Qt::LeftButton); },
-       {"swNoData click"},
-       none,
-       ""},
-      {"swatch by Return",
-       [&] { QTest::keyClick(&On(w.swNoData), Qt::Key_Return); },
-       {"swNoData click"},
-       none,
-       ""},
-      {"the way up",
-       [&] { QTest::keyClick(&List(w.Dir), Qt::Key_Return); },
-       {"Dir change"},
-       [&] { return w.Dir.Folder(); },
+      {"button", Click(w.cmdOk), "txtInside:leave cmdOk:click "},
+      {"button by Return", Press(w.cmdOk, Qt::Key_Return), "cmdOk:click "},
+      {"typing", Type(w.txtInside, "e"), "txtInside:change ", &w.txtInside, "e"},
+      {"maximum length", Type(w.txtName, "78"), "txtName:change ", &w.txtName, "slope7"},
+      {"all lines", Press(w.txtNotes, Qt::Key_A, Qt::ControlModifier), ""},
+      {"their end", Press(w.txtNotes, Qt::Key_Delete), "txtNotes:change ", &w.txtNotes, ""},
+      {"box", Press(w.ckSmart, Qt::Key_Space), "ckSmart:change ckSmart:click ", &w.ckSmart, "on"},
+      {"option", Press(w.optSlope(1), Qt::Key_Space), "optSlope(1):change optSlope(1):click ",
+       &w.optSlope(1), "on"},
+      {"again", Press(w.optSlope(1), Qt::Key_Space), "optSlope(1):click ", &w.optSlope(1), "on"},
+      {"it is marked still", isMarked, ""},
+      {"option by arrow key", Press(w.optSlope(1), Qt::Key_Down),
+       "optSlope(2):change optSlope(2):click ", &w.optSlope(2), "on"},
+      {"list", ClickRow(w.lstMany, 3), "lstMany:select lstMany:click ", &w.lstMany, "3"},
+      {"with Shift", ClickRow(w.lstMany, 1, Qt::ShiftModifier), "lstMany:select lstMany:click ",
+       &w.lstMany, "123"},
+      {"with Ctrl", ClickRow(w.lstMany, 2, Qt::ControlModifier), "lstMany:select lstMany:click ",
+       &w.lstMany, "13"},
+      {"Return in a list", Press(w.lstMany, Qt::Key_Return), "lstMany:double "},
+      {"combo", Press(w.cmbFixed, Qt::Key_Down), "cmbFixed:change cmbFixed:select ", &w.cmbFixed,
+       "day"},
+      {"typed combo", Type(w.cmbTyped, "2"), "cmbTyped:change ", &w.cmbTyped, "2"},
+      {"page", Press(w.sldWeight, Qt::Key_PageUp), "sldWeight:change ", &w.sldWeight, "11"},
+      {"scroll bar", Press(w.scrColumn, Qt::Key_Right), "scrColumn:change ", &w.scrColumn, "1"},
+      {"spin by mouse", Click(w.spnWhole, arrow), "spnWhole:change ", &w.spnWhole, "1"},
+      {"spin", Press(w.spnWhole, Qt::Key_Down), "spnWhole:change ", &w.spnWhole, "0"},
+      {"spin below its end", Press(w.spnWhole, Qt::Key_Down), "", &w.spnWhole, "0"},
+      {"swatch by mouse", Click(w.swGround), "swGround:click "},
+      {"swatch by Return", Press(w.swGround, Qt::Key_Return), "swGround:click "},
+      {"the way up", [&] { QTest::keyClick(&List(w.Dir), Qt::Key_Return); }, "Dir:change ", &w.Dir,
        "/usr"},
-      {"menu entry",
-       [&] { On<QAction>(w.menu["mSeries"]).trigger(); },
-       {"mSeries click"},
-       none,
-       ""},
-      {"short-cut",
-       [&] { QTest::keyClick(TopLevel(w), Qt::Key_F12); },
-       {"mSingle click"},
-       none,
-       ""},
-      {"short-cut in a text box",
-       [&] { QTest::keyClick(&On(w.txtDem), Qt::Key_O, Qt::ControlModifier); },
-       {"mOpen click"},
-       none,
-       ""},
-      {"tool",
-       [&] { QTest::mouseClick(&On(*w.tools.Buttons()[0]), Qt::LeftButton); },
-       {"TBMain(1) click"},
-       none,
-       ""},
-      {"menu of a tool",
-       [&] { On<QAction>(*w.tools.Buttons()[1]->Menu()[0]).trigger(); },
-       {"TBMain(2,1) click"},
-       none,
-       ""},
-      {"default button",
-       [&] { QTest::keyClick(&On(w.txtDem), Qt::Key_Return); },
-       {"cmdRun click"},
-       none,
-       ""},
-      {"cancel button",
-       [&] { QTest::keyClick(&On(w.txtDem), Qt::Key_Escape); },
-       {"cmdClose click"},
-       none,
-       ""},
-  };
+      {"menu entry", [&] { On<QAction>(w.menu["mSave"]).trigger(); }, "mSave:click "},
+      {"short-cut", [&] { QTest::keyClick(TopLevel(w), Qt::Key_F12); }, "mRun:click "},
+      {"short-cut in a text", Press(w.txtName, Qt::Key_S, Qt::ControlModifier), "mSave:click "},
+      {"tool", Click(*w.tools.Buttons()[1]), "TBMain(2):click "},
+      {"menu of a tool", [&] { On<QAction>(*w.tools.Buttons()[0]->Menu()[0]).trigger(); },
+       "TBMain(1,1):click "},
+      {"default button", Press(w.txtName, Qt::Key_Return), "cmdOk:click "},
+      {"cancel button", Press(w.txtName, Qt::Key_Escape), "cmdCancel:click "}};
   for (const Case& one : cases) {
     SCOPED_TRACE(one.name);
-    log.clear();
     one.act();
     Settle();
-    EXPECT_EQ(log, one.events);
-    EXPECT_EQ(one.state(), one.expected);
+    EXPECT_EQ(w.TakeEvents(), one.events);
+    EXPECT_TRUE(one.control == nullptr || stateOf(*one.control) == one.state);
   }
 }
 
 TEST_F(ControlsTest, KeysReachTheProgramOnceAndAfterTheWidget) {
   Log keys;
-  window.txtSlope.onKey = [&](const std::string& key) {
-    keys.push_back(key + window.txtSlope.Text());
-  };
-  window.picMap.onKey = [&](const std::string& key) { keys.push_back(key); };
-  QTest::keyClick(&On(window.txtSlope), 'a');
-  QTest::keyClick(&On(window.txtSlope), Qt::Key_Backspace);
+  w.txtInside.onKey = [&](const std::string& key) { keys.push_back(key + w.txtInside.Text()); };
+  w.picMap.onKey = [&](const std::string& key) { keys.push_back(key); };
+  Type(w.txtInside, "a")();
+  Press(w.txtInside, Qt::Key_Backspace)();
   for (const Qt::Key key : {Qt::Key_Home, Qt::Key_Delete, Qt::Key_Equal, Qt::Key_PageDown}) {
-    QTest::keyClick(&On(window.picMap), key);
+    Press(w.picMap, key)();
   }
   EXPECT_EQ(keys, (Log{"aa", "BackSpace", "Home", "Delete", "=", "PageDown"}));
 }
 
 TEST_F(ControlsTest, ATextBoxIsLeftOnlyForAnotherField) {
-  On(window.txtDem).setFocus(Qt::TabFocusReason);
-  log.clear();
+  On(w.txtInside).setFocus(Qt::TabFocusReason);
+  w.TakeEvents();
   InDialog<QWidget>([](QWidget& box) { box.close(); });
   desktop.Message("in between");
-  TopLevel(window)->activateWindow();
+  TopLevel(w)->activateWindow();
   Settle();
-  ASSERT_TRUE(On(window.txtDem).hasFocus());
-  window.SetEnabled(false);  // a command runs
-  Settle();
-  window.SetEnabled(true);
-  Settle();
-  EXPECT_EQ(log, Log{});
-  EXPECT_TRUE(On(window.txtDem).hasFocus());
-  QTest::keyClick(&On(window.txtDem), Qt::Key_Tab);
-  EXPECT_EQ(log, Log{"txtDem leave"});
+  ASSERT_TRUE(On(w.txtInside).hasFocus());
+  for (const bool enabled : {false, true}) {  // a command runs
+    w.SetEnabled(enabled);
+    Settle();
+  }
+  EXPECT_TRUE(On(w.txtInside).hasFocus());
+  EXPECT_EQ(w.TakeEvents(), "");
+  Press(w.txtInside, Qt::Key_Tab)();
+  EXPECT_EQ(w.TakeEvents(), "txtInside:leave ");
 }
 
 TEST_F(ControlsTest, TypingGoesOnWhereTheProgramTidiesTheText) {
-  window.txtSlope.onChange = [&] { window.txtSlope.SetText("00" + window.txtSlope.Text()); };
-  On(window.txtSlope).setFocus();
-  QTest::keyClicks(&On(window.txtSlope), "7");
+  w.txtInside.onChange = [&] { w.txtInside.SetText("00" + w.txtInside.Text()); };
+  On(w.txtInside).setFocus();
+  Type(w.txtInside, "7")();
   Settle();
-  EXPECT_EQ(LineText(window.txtSlope), "007");
-  EXPECT_EQ(On<QLineEdit>(window.txtSlope).cursorPosition(), 1);
+  EXPECT_EQ(On<QLineEdit>(w.txtInside).text(), "007");
+  EXPECT_EQ(On<QLineEdit>(w.txtInside).cursorPosition(), 1);
 }
 
 TEST_F(ControlsTest, ALongListKeepsItsPlaceAndFillsInOneGo) {
-  std::vector<std::string> names;
-  names.reserve(100000);
-  for (int i = 0; i < 100000; ++i) names.push_back("map" + std::to_string(i));
-  window.File.SetItems(names);
-  for (int i = 0; i < 1000; ++i) window.File.Add("more");
+  w.lstMany.SetItems(Log(100000, "map"));
+  for (int i = 0; i < 1000; ++i) w.lstMany.Add("more");
   Settle();
-  QListView& list = List(window.File);
+  QListView& list = List(w.lstMany);
   list.scrollTo(list.model()->index(50000, 0), QListView::PositionAtTop);
-  window.File.SetSelected({50002});
-  window.File.Add("last");
-  window.File.SetItem(7, "renamed");
+  w.lstMany.SetSelected({50002});
+  w.lstMany.Add("last");
+  w.lstMany.SetItem(7, "renamed");
   Settle();
   EXPECT_EQ(list.model()->rowCount(), 101001);
   EXPECT_EQ(list.indexAt({5, 5}).row(), 50000);
-  EXPECT_EQ(Rows(window.File), std::vector<int>{50002});
+  EXPECT_EQ(Rows(w.lstMany), std::vector<int>{50002});
 }
 
 }  // namespace

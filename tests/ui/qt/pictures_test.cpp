@@ -10,25 +10,18 @@ namespace {
 
 constexpr int kSide = 300;  // pixels of the picture on the screen
 
-class PaintedWindow : public Window {
- public:
-  PaintedWindow() : Window("frmPainted", "Painted") {
-    picture.SetPainter(100, 100, [this](Canvas& canvas) {
+class PicturesTest : public ScreenTest {
+ protected:
+  PicturesTest() {
+    window.picMap.SetPainter(100, 100, [this](Canvas& canvas) {
       sizes.emplace_back(canvas.Width(), canvas.Height());
       canvas.Clear(ground);
       canvas.FillPixels(0, 0, 1, 1, kBlack);
     });
-    SetLayout(Column{picture});
-  }
-
-  Colour ground = Rgb(10, 200, 30);
-  std::vector<std::pair<int, int>> sizes;
-  Picture picture{*this, "picMap"};
-};
-
-class PicturesTest : public ScreenTest {
- protected:
-  PicturesTest() {
+    window.picMap.onClick = {};  // nothing to do with keys: no frame that shows the focus
+    window.picMap.onKey = {};
+    window.SetLayout(Column{window.picMap});
+    Settle();
     widget.window()->resize(widget.window()->size() + QSize(kSide, kSide) - widget.size());
     Settle();
   }
@@ -43,45 +36,42 @@ class PicturesTest : public ScreenTest {
                       Qt::NoModifier, Qt::NoScrollPhase, false);
     QApplication::sendEvent(&widget, &event);
   }
+  // The colour of a pixel of the screen, from the picture's corner.
+  QColor PixelAt(QPoint pixel) {
+    return widget.grab().toImage().pixelColor(At(0, 0).toPoint() + pixel);
+  }
 
-  PaintedWindow& window = Shown<PaintedWindow>();
-  QWidget& widget = On(window.picture);
+  Colour ground = Rgb(10, 200, 30);
+  std::vector<std::pair<int, int>> sizes;
+  FrmTest& window = Shown<FrmTest>();
+  QWidget& widget = On(window.picMap);
 };
 
-TEST_F(PicturesTest, APaintedPictureHasTheScreensOwnPixels) {
+TEST_F(PicturesTest, APaintedPictureHasTheScreensOwnPixelsAndIsPaintedAgainWhenToldSo) {
   const int side = std::min(widget.width(), widget.height());
   ASSERT_GT(side, 2 * 100);
-  EXPECT_EQ(window.picture.Image().Width(), 100);
-  const QImage grab = widget.grab().toImage();
-  const QPointF corner = At(0, 0);
-  const auto pixel = [&](int x, int y) {
-    return grab.pixelColor(static_cast<int>(corner.x()) + x, static_cast<int>(corner.y()) + y);
-  };
-  EXPECT_EQ(pixel(0, 0), QColor(0, 0, 0));  // one pixel of the screen, not an enlarged one
-  EXPECT_EQ(pixel(1, 1), QColor(10, 200, 30));
-  EXPECT_EQ(window.sizes.back(), (std::pair{side, side}));
-}
-
-TEST_F(PicturesTest, ItIsPaintedAgainWhenTheProgramSaysSo) {
+  EXPECT_EQ(window.picMap.Image().Width(), 100);
+  EXPECT_EQ(PixelAt({0, 0}), QColor(0, 0, 0));  // one pixel of the screen, not an enlarged one
+  EXPECT_EQ(PixelAt({1, 1}), QColor(10, 200, 30));
+  EXPECT_EQ(sizes.back(), (std::pair{side, side}));
+  const std::size_t before = sizes.size();
   (void)widget.grab();
-  const std::size_t before = window.sizes.size();
-  (void)widget.grab();
-  EXPECT_EQ(window.sizes.size(), before);
-  window.ground = Rgb(1, 2, 3);
-  window.picture.Repaint();
+  EXPECT_EQ(sizes.size(), before);
+  ground = Rgb(1, 2, 3);
+  window.picMap.Repaint();
   Settle();
-  EXPECT_EQ(widget.grab().toImage().pixelColor(At(0.5, 0.5).toPoint()), QColor(1, 2, 3));
-  EXPECT_EQ(window.picture.Image().Pixel(50, 50), Rgb(1, 2, 3));
+  EXPECT_EQ(PixelAt({side / 2, side / 2}), QColor(1, 2, 3));
+  EXPECT_EQ(window.picMap.Image().Pixel(50, 50), Rgb(1, 2, 3));
 
-  window.picture.SetImage(Canvas(10, 10, Rgb(7, 7, 7)));  // an ordinary one from now on
+  window.picMap.SetImage(Canvas(10, 10, Rgb(7, 7, 7)));  // an ordinary one from now on
   Settle();
-  EXPECT_EQ(widget.grab().toImage().pixelColor(At(0.5, 0.5).toPoint()), QColor(7, 7, 7));
+  EXPECT_EQ(PixelAt({side / 2, side / 2}), QColor(7, 7, 7));
 }
 
 TEST_F(PicturesTest, TheWheelIsToldInThePixelsOfThePicture) {
   std::vector<WheelEvent> turns;
   Turn(At(0.5, 0.5), 120);  // nobody has a use for it
-  window.picture.onWheel = [&](const WheelEvent& event) { turns.push_back(event); };
+  window.picMap.onWheel = [&](const WheelEvent& event) { turns.push_back(event); };
   Turn(At(0.25, 0.5), 120);
   Turn(At(0.25, 0.5), -60);
   Turn(At(0.5, 0.5), 0);
@@ -96,7 +86,7 @@ TEST_F(PicturesTest, TheWheelIsToldInThePixelsOfThePicture) {
 TEST_F(PicturesTest, TheMiddleButtonDragsApartFromTheLeftOne) {
   std::vector<MouseAction> left;
   std::vector<MouseAction> middle;
-  window.picture.onMouse = [&](const MouseEvent& event) { left.push_back(event.action); };
+  window.picMap.onMouse = [&](const MouseEvent& event) { left.push_back(event.action); };
   const auto drag = [&](QPointF to) {
     QTest::mousePress(&widget, Qt::MiddleButton, {}, At(0.5, 0.5).toPoint());
     QMouseEvent move(QEvent::MouseMove, to, widget.mapToGlobal(to), Qt::NoButton, Qt::MiddleButton,
@@ -109,7 +99,7 @@ TEST_F(PicturesTest, TheMiddleButtonDragsApartFromTheLeftOne) {
   EXPECT_EQ(left, (std::vector{MouseAction::kMove}));
 
   double lastX = 0;
-  window.picture.onMiddleButton = [&](const MouseEvent& event) {
+  window.picMap.onMiddleButton = [&](const MouseEvent& event) {
     middle.push_back(event.action);
     lastX = event.x;
   };

@@ -1,4 +1,4 @@
-// A window on an offscreen screen, the widgets behind its controls, and a log of all events.
+// Windows on an offscreen screen, and the widgets behind their controls.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -11,7 +11,7 @@
 #include <string>
 #include <vector>
 
-#include "ui/qt/demo_window.h"
+#include "support/ui_test_window.h"
 #include "ui/qt/qt_desktop.h"
 #include "ui/qt/qt_screen.h"
 
@@ -19,21 +19,9 @@ namespace ormel::ui {
 
 using Log = std::vector<std::string>;
 
-// Replaces all handlers of the window's controls.
-inline void LogEvents(Window& window, Log& log) {
-  for (Control* control : window.Controls()) {
-    const auto note = [&log, name = control->Name()](const std::string& event) {
-      return [&log, line = name + " " + event] { log.push_back(line); };
-    };
-    control->onClick = note("click");
-    control->onDoubleClick = note("double click");
-    control->onChange = note("change");
-    control->onLeave = note("leave");
-    control->onSelect = note("select");
-  }
-}
+using testing::FrmTest;
 
-class ScreenTest : public testing::Test {
+class ScreenTest : public ::testing::Test {
  protected:
   template <class W>
   W& Shown() {

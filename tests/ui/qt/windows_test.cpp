@@ -1,13 +1,14 @@
 // Windows: layouts, pictures, the strip of a long command, closing, modal windows and drops.
+#include <QCheckBox>
 #include <QCloseEvent>
 #include <QDropEvent>
 #include <QGroupBox>
 #include <QLabel>
-#include <QLineEdit>
 #include <QMimeData>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QUrl>
+#include <algorithm>
 #include <chrono>
 #include <thread>
 
@@ -20,139 +21,119 @@ namespace {
 
 using WindowsTest = ScreenTest;
 
-QPoint PlaceIn(const QWidget& widget, const QWidget& window) {
-  return widget.mapTo(&window, QPoint(0, 0));
+// Rows that come and go below a text box; a click on one removes the last.
+void ArrangeRows(FrmTest& w, int count) {
+  w.ckRow.Resize(count);
+  Column rows{w.txtName};
+  for (const auto& row : w.ckRow) {
+    row->onClick = [&w] { ArrangeRows(w, w.ckRow.Count() - 1); };
+    rows.items.push_back(Frame{"Factor", Row{"&Use:", *row}});
+  }
+  w.SetLayout(rows);
 }
 
-// Rows that come and go, with a button that removes its own.
-class RowsWindow : public Window {
- public:
-  RowsWindow() : Window("frmRows", "Rows") { SetCount(3); }
-
-  void SetCount(int count) {
-    names.Resize(count);
-    removers.Resize(count);
-    Column rows;
-    for (int i = 1; i <= count; ++i) {
-      removers(i).SetCaption("Remove");
-      removers(i).onClick = [this] { SetCount(names.Count() - 1); };
-      rows.items.push_back(Frame{"Factor", Row{"&Name:", names(i), removers(i)}});
-    }
-    SetLayout(rows);
-  }
-
-  ControlArray<TextBox> names{*this, "names"};
-  ControlArray<Button> removers{*this, "removers"};
-};
-
 TEST_F(WindowsTest, RowsComeAndGoUnderTheHandsOfAPerson) {
-  auto& window = Shown<RowsWindow>();
-  int left = 0;
-  window.names(1).onLeave = [&] { ++left; };
-  QWidget& first = On(window.names(1));
-  first.setFocus();
-  QTest::keyClicks(&first, "dem");
-  window.SetCount(5);
+  auto& w = Shown<FrmTest>();
+  ArrangeRows(w, 3);
   Settle();
-  EXPECT_TRUE(On(window.names(5)).isVisible());
-  EXPECT_TRUE(first.hasFocus());
-  EXPECT_EQ(left, 0);
-  QTest::mouseClick(&On(window.removers(5)), Qt::LeftButton);
+  QWidget& text = On(w.txtName);
+  text.setFocus();
+  QTest::keyClicks(&text, "dem");
+  const auto boxes = TopLevel(w)->findChildren<QGroupBox*>().size();
+  w.TakeEvents();
+  ArrangeRows(w, 5);
   Settle();
-  EXPECT_EQ(window.names.Count(), 4);
-  EXPECT_EQ(TopLevel(window)->findChildren<QLineEdit*>().size(), 4);
-  EXPECT_EQ(TopLevel(window)->findChildren<QGroupBox*>().size(), 4);
-  QTest::keyClick(&first, Qt::Key_Tab);
-  EXPECT_TRUE(On(window.removers(1)).hasFocus());
+  EXPECT_TRUE(On(w.ckRow(5)).isVisible() && text.hasFocus());
+  EXPECT_EQ(w.TakeEvents(), "") << "nothing was left";
+  QTest::keyClick(&On(w.ckRow(5)), Qt::Key_Space);
+  Settle();
+  EXPECT_EQ(w.ckRow.Count(), 4);
+  EXPECT_EQ(TopLevel(w)->findChildren<QCheckBox*>().size(), 4 + 1);  // the fifth is ckSmart's
+  EXPECT_EQ(TopLevel(w)->findChildren<QGroupBox*>().size(), boxes + 1);
+  QTest::keyClick(&text, Qt::Key_Tab);
+  EXPECT_TRUE(On(w.ckRow(1)).hasFocus());
 }
 
 TEST_F(WindowsTest, ANewLayoutShowsAtOnceAndWhatIsHiddenStaysHidden) {
-  auto window = std::make_unique<RowsWindow>();
-  window->names(2).SetVisible(false);
-  auto& shown = desktop.Show(std::move(window));
-  EXPECT_FALSE(On(shown.names(2)).isVisible());
-  shown.SetCount(4);
-  shown.names(4).SetVisible(false);
-  EXPECT_TRUE(desktop.Snapshot(shown, testing::TempDir() + "rows.png"));  // draws without waiting
-  EXPECT_TRUE(On(shown.names(3)).isVisible());
+  auto window = std::make_unique<FrmTest>();
+  window->ckRow(2).SetVisible(false);
+  ArrangeRows(*window, 3);
+  auto& w = desktop.Show(std::move(window));
+  EXPECT_FALSE(On(w.ckRow(2)).isVisible());
+  ArrangeRows(w, 4);
+  w.ckRow(4).SetVisible(false);
+  EXPECT_TRUE(desktop.Snapshot(w, ::testing::TempDir() + "rows.png"));  // draws without waiting
+  EXPECT_TRUE(On(w.ckRow(3)).isVisible());
   Settle();
-  EXPECT_FALSE(On(shown.names(2)).isVisible());
-  EXPECT_FALSE(On(shown.names(4)).isVisible());
+  EXPECT_FALSE(On(w.ckRow(2)).isVisible() || On(w.ckRow(4)).isVisible());
 }
 
-class PlacesWindow : public Window {
- public:
-  PlacesWindow() : Window("frmPlaces", "Places") {
-    picture.SetImage(DemoMap(40, 20));
-    strip.SetImage(DemoScale());
-    strip.SetStripHeight(12);
-    SetLayout(Column{Table{{"&A:", a}, {"A longer text:", b}}, Row{"C:", c, d}, picture, strip,
-                     Row{Stretch{}, ok}});
+class PlacesTest : public ScreenTest {
+ protected:
+  static std::unique_ptr<FrmTest> Arranged() {
+    auto arranged = std::make_unique<FrmTest>();
+    FrmTest& w = *arranged;
+    w.picMap.SetImage(Canvas(40, 20));
+    w.picStrip.SetImage(Canvas(256, 1));
+    w.picStrip.SetStripHeight(12);
+    w.SetLayout(Column{Table{{"&A:", w.txtName}, {"A longer text:", w.txtInside}},
+                       Row{"C:", w.cmbFixed, w.cmbTyped}, w.picMap, w.picStrip});
+    return arranged;
   }
-  TextBox a{*this, "a"};
-  TextBox b{*this, "b"};
-  TextBox c{*this, "c"};
-  TextBox d{*this, "d"};
-  Picture picture{*this, "picture"};
-  Picture strip{*this, "strip"};
-  Button ok{*this, "ok", "OK"};
+
+  FrmTest& w = desktop.Show(Arranged());
+  QWidget& frame = *TopLevel(w);
 };
 
-TEST_F(WindowsTest, TablesLineUpAndHiddenControlsTakeNoRoom) {
-  auto& window = Shown<PlacesWindow>();
-  QWidget& frame = *TopLevel(window);
-  EXPECT_EQ(PlaceIn(On(window.a), frame).x(), PlaceIn(On(window.b), frame).x());
-  QTest::keyClick(&frame, Qt::Key_A, Qt::AltModifier);
-  EXPECT_TRUE(On(window.a).hasFocus());
-
-  const int before = PlaceIn(On(window.c), frame).y();
-  window.b.SetVisible(false);
+TEST_F(PlacesTest, TablesLineUpAndHiddenControlsTakeNoRoom) {
   Settle();
-  EXPECT_LE(PlaceIn(On(window.c), frame).y(), before - On(window.a).height());
+  const auto placeOf = [&](const Control& control) { return On(control).mapTo(&frame, QPoint()); };
+  EXPECT_EQ(placeOf(w.txtName).x(), placeOf(w.txtInside).x());
+  QTest::keyClick(&frame, Qt::Key_A, Qt::AltModifier);
+  EXPECT_TRUE(On(w.txtName).hasFocus());
+  const auto hide = [&](Control& control) {
+    control.SetVisible(false);
+    Settle();
+  };
+  const int before = placeOf(w.cmbFixed).y();
+  hide(w.txtInside);
+  EXPECT_LE(placeOf(w.cmbFixed).y(), before - On(w.txtName).height());
   // A text goes with the last of the controls that it names.
-  const auto texts = frame.findChildren<QLabel*>();
-  const auto isShown = [&](const char* text) {
-    for (const QLabel* label : texts) {
-      if (label->text() == text) return label->isVisible();
-    }
-    return false;
+  const auto isShown = [&](const QString& text) {
+    const auto texts = frame.findChildren<QLabel*>();
+    return std::any_of(texts.begin(), texts.end(),
+                       [&](QLabel* label) { return label->text() == text && label->isVisible(); });
   };
   EXPECT_FALSE(isShown("A longer text:"));
-  window.c.SetVisible(false);
-  Settle();
+  hide(w.cmbFixed);
   EXPECT_TRUE(isShown("C:"));
-  window.d.SetVisible(false);
-  Settle();
+  hide(w.cmbTyped);
   EXPECT_FALSE(isShown("C:"));
 }
 
-TEST_F(WindowsTest, PicturesKeepTheirProportionsAndStripsSpanTheWidth) {
-  auto& window = Shown<PlacesWindow>();
+TEST_F(PlacesTest, PicturesKeepTheirProportionsAndStripsSpanTheWidth) {
   for (const QSize size : {QSize(900, 500), QSize(400, 700)}) {
-    TopLevel(window)->resize(size);
+    frame.resize(size);
     Settle();
-    const auto& picture = dynamic_cast<PictureWidget&>(On(window.picture));
+    const auto& picture = dynamic_cast<PictureWidget&>(On(w.picMap));
     const QRectF covered = picture.Covered();
     EXPECT_NEAR(covered.width() / covered.height(), 40.0 / 20.0, 0.05);
     EXPECT_TRUE(covered.width() > picture.width() - 2 || covered.height() > picture.height() - 2);
-    EXPECT_EQ(On(window.strip).height(), 12);
-    EXPECT_GT(On(window.strip).width(), size.width() - 60);
+    EXPECT_EQ(On(w.picStrip).height(), 12);
+    EXPECT_GT(On(w.picStrip).width(), size.width() - 60);
   }
 }
 
-TEST_F(WindowsTest, TheMouseSpeaksInPixelsOfThePicture) {
-  auto& window = Shown<PlacesWindow>();
-  Log log;
-  window.picture.onMouse = [&](const MouseEvent& event) {
-    const char* const names[] = {"down", "move", "up", "click"};
-    log.push_back(std::string(names[static_cast<int>(event.action)]) + " " +
-                  std::to_string(static_cast<int>(std::floor(event.x))) + " " +
-                  std::to_string(static_cast<int>(std::floor(event.y))));
+TEST_F(PlacesTest, TheMouseSpeaksInPixelsOfThePicture) {
+  std::vector<int> places;
+  w.picMap.onMouse = [&, note = w.picMap.onMouse](const MouseEvent& event) {
+    note(event);
+    places.push_back(static_cast<int>(std::floor(event.x)));
+    places.push_back(static_cast<int>(std::floor(event.y)));
   };
-  window.picture.onClick = [&] { log.push_back("click"); };
-  TopLevel(window)->resize(900, 500);
+  frame.resize(900, 500);
   Settle();
-  auto& widget = dynamic_cast<PictureWidget&>(On(window.picture));
+  auto& widget = dynamic_cast<PictureWidget&>(On(w.picMap));
   const QRectF covered = widget.Covered();
   const auto at = [&](double x, double y) {
     return QPointF(covered.x() + covered.width() * x / 40, covered.y() + covered.height() * y / 20)
@@ -163,7 +144,20 @@ TEST_F(WindowsTest, TheMouseSpeaksInPixelsOfThePicture) {
   QTest::mouseRelease(&widget, Qt::LeftButton, {}, at(39.5, 19.5));
   QTest::mouseClick(&widget, Qt::LeftButton, {}, QPoint(1, widget.height() / 2));  // beside it
   QTest::mouseClick(&widget, Qt::RightButton, {}, at(1, 1));
-  EXPECT_EQ(log, (Log{"down 10 5", "move 39 19", "up 39 19", "click"}));
+  EXPECT_EQ(places, (std::vector{10, 5, 39, 19, 39, 19}));
+  EXPECT_EQ(w.TakeEvents(), "txtName:leave picMap:down picMap:move picMap:up picMap:click ");
+}
+
+TEST_F(PlacesTest, AWindowGrowsWithItsContentsUntilAPersonSizesIt) {
+  Settle();
+  const int before = frame.height();
+  w.picMap.SetImage(Canvas(20, 20));  // asks for more height than 40 by 20
+  Settle();
+  EXPECT_GT(frame.height(), before);
+  frame.resize(frame.width(), before);
+  w.picMap.SetImage(Canvas(21, 20));
+  Settle();
+  EXPECT_EQ(frame.height(), before);
 }
 
 TEST(PictureTest, EnlargedPixelsAreSquaresAndReducedOnesMeans) {
@@ -177,62 +171,56 @@ TEST(PictureTest, EnlargedPixelsAreSquaresAndReducedOnesMeans) {
 }
 
 TEST_F(WindowsTest, ARunShowsItsStripAndStopsByIt) {
-  auto& window = Shown<DemoWindow>();
+  auto& window = Shown<FrmTest>();
+  QPushButton* stop = nullptr;
+  for (auto* button : TopLevel(window)->findChildren<QPushButton*>()) {
+    if (button->text() == "Stop") stop = button;
+  }
+  ASSERT_TRUE(stop != nullptr && !stop->isVisible());
   bool goesOn = true;
-  bool usable = true;
-  window.cmdRun.onClick = [&] {
+  window.cmdOk.onClick = [&] {
     ui::Run run(window);
     std::this_thread::sleep_for(std::chrono::milliseconds(510));
-    goesOn = run.Report(40);
-    QWidget& frame = *TopLevel(window);
-    usable = On(window.cmdDem).isEnabled();
-    for (auto* bar : frame.findChildren<QProgressBar*>()) {
-      if (bar->isEnabled()) {
-        EXPECT_EQ(bar->text(), "40%");
-      }
-    }
-    for (auto* button : frame.findChildren<QPushButton*>()) {
-      if (button->text() == "Stop" && button->isVisible()) button->click();
-    }
+    EXPECT_TRUE(run.Report(40));
+    EXPECT_FALSE(On(window.cmdCancel).isEnabled());
+    EXPECT_EQ(stop->parentWidget()->findChild<QProgressBar*>()->text(), "40%");
+    EXPECT_TRUE(stop->isVisible());
+    stop->click();
     std::this_thread::sleep_for(std::chrono::milliseconds(40));
     goesOn = run.Report(50);
   };
-  QTest::mouseClick(&On(window.cmdRun), Qt::LeftButton);
+  QTest::mouseClick(&On(window.cmdOk), Qt::LeftButton);
   EXPECT_FALSE(goesOn);
-  EXPECT_FALSE(usable);
   Settle();
-  EXPECT_TRUE(On(window.cmdDem).isEnabled());
-  for (auto* button : TopLevel(window)->findChildren<QPushButton*>()) {
-    EXPECT_FALSE(button->text() == "Stop" && button->isVisible());
-  }
+  EXPECT_TRUE(On(window.cmdCancel).isEnabled() && !stop->isVisible());
 }
 
 TEST_F(WindowsTest, ClosingDuringARunEndsTheRunFirst) {
-  auto& window = Shown<DemoWindow>();
+  auto& window = Shown<FrmTest>();
   bool stopped = false;
-  window.cmdRun.onClick = [&] {
+  window.cmdOk.onClick = [&] {
     ui::Run run(window);
     TopLevel(window)->close();
     EXPECT_TRUE(desktop.IsOpen(window));
     stopped = !run.Report(1);
   };
-  QTest::mouseClick(&On(window.cmdRun), Qt::LeftButton);
-  EXPECT_TRUE(stopped);
-  EXPECT_TRUE(desktop.OpenWindows().empty());
+  QTest::mouseClick(&On(window.cmdOk), Qt::LeftButton);
+  EXPECT_TRUE(stopped && desktop.OpenWindows().empty());
   Settle();
 }
 
-class StubbornWindow : public RowsWindow {
- public:
-  bool QueryClose() override { return mayClose; }
-  bool mayClose = false;
-};
-
-TEST_F(WindowsTest, AWindowMayRefuseToClose) {
-  auto& window = Shown<StubbornWindow>();
+TEST_F(WindowsTest, AWindowMayRefuseToCloseAndComesBackWhenItWasHidden) {
+  auto& window = Shown<FrmTest>();
+  window.mayClose = false;
   QWidget* frame = TopLevel(window);
   EXPECT_FALSE(frame->close());
   EXPECT_TRUE(desktop.IsOpen(window) && frame->isVisible());
+  desktop.Hide(window);
+  EXPECT_EQ(TopLevel(window), nullptr);
+  window.SetCaption("Other rows");
+  desktop.ShowAgain(window);
+  Settle();
+  EXPECT_EQ(TopLevel(window), frame);
   window.mayClose = true;
   frame->close();
   EXPECT_TRUE(desktop.OpenWindows().empty());
@@ -240,23 +228,21 @@ TEST_F(WindowsTest, AWindowMayRefuseToClose) {
 }
 
 TEST_F(WindowsTest, AModalWindowHoldsItsCallerAndBlocksTheOthers) {
-  auto& main = Shown<DemoWindow>();
-  RowsWindow modal;
-  bool blocked = false;
-  modal.removers(1).onClick = [&] {
-    blocked = QApplication::activeModalWidget() == TopLevel(modal);
+  auto& main = Shown<FrmTest>();
+  FrmTest modal;
+  modal.SetCaption("Modal");
+  InDialog<QWidget>([&](QWidget& widget) {
+    EXPECT_EQ(&widget, TopLevel(modal));
     desktop.Close(modal);
-  };
-  InDialog<QWidget>([&](QWidget&) { QTest::mouseClick(&On(modal.removers(1)), Qt::LeftButton); });
+  });
   desktop.ShowModal(modal, &main);
-  EXPECT_TRUE(blocked);
   EXPECT_EQ(TopLevel(modal), nullptr);
   EXPECT_TRUE(desktop.IsOpen(main));
 }
 
 TEST_F(WindowsTest, DroppedFilesReachTheWindow) {
-  auto window = std::make_unique<RowsWindow>();
   Log dropped;
+  auto window = std::make_unique<FrmTest>();
   window->onDrop = [&](const std::string& path) { dropped.push_back(path); };
   auto& shown = desktop.Show(std::move(window));
   QMimeData files;
@@ -270,32 +256,9 @@ TEST_F(WindowsTest, DroppedFilesReachTheWindow) {
   EXPECT_EQ(dropped, (Log{"/maps/a b.asc", "/maps/d.mif"}));
 }
 
-TEST_F(WindowsTest, HiddenWindowsComeBackAndCaptionsChange) {
-  auto& window = Shown<RowsWindow>();
-  desktop.Hide(window);
-  EXPECT_EQ(TopLevel(window), nullptr);
-  window.SetCaption("Other rows");
-  desktop.ShowAgain(window);
-  Settle();
-  EXPECT_NE(TopLevel(window), nullptr);
-}
-
-TEST_F(WindowsTest, AWindowGrowsWithItsContentsUntilAPersonSizesIt) {
-  auto& window = Shown<PlacesWindow>();
-  QWidget& frame = *TopLevel(window);
-  const int before = frame.height();
-  window.picture.SetImage(DemoMap(20, 20));  // asks for more height than 40 by 20
-  Settle();
-  EXPECT_GT(frame.height(), before);
-  frame.resize(frame.width(), before);
-  window.picture.SetImage(DemoMap(21, 20));
-  Settle();
-  EXPECT_EQ(frame.height(), before);
-}
-
 TEST_F(WindowsTest, ASnapshotIsAPictureFile) {
-  auto& window = Shown<DemoWindow>();
-  const std::string file = testing::TempDir() + "demo.png";
+  auto& window = Shown<FrmTest>();
+  const std::string file = ::testing::TempDir() + "demo.png";
   EXPECT_TRUE(desktop.Snapshot(window, file));
   EXPECT_EQ(QImage(QString::fromStdString(file)).size(), TopLevel(window)->size());
   EXPECT_FALSE(desktop.Snapshot(window, "/no/such/folder/demo.png"));
