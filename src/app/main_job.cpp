@@ -11,6 +11,7 @@
 #include "mce/composite_picture.h"
 #include "mce/linear/model_information.h"
 #include "mce/nonlinear/nonlinear_model.h"
+#include "mce/runnable_model.h"
 #include "movies/bitmap.h"
 
 namespace ormel {
@@ -24,8 +25,8 @@ Outcome<std::unique_ptr<CompositeModel>> Held(Outcome<Model> read) {
 
 // The kind of the model is told by the extension of its file.
 Outcome<std::unique_ptr<CompositeModel>> ReadModel(const std::filesystem::path& path) {
-  return path.extension() == ".cmf" ? Held(ReadRunnableNonlinearModel(path))
-                                    : Held(ReadRunnableModel(path));
+  return path.extension() == ".cmf" ? Held(ReadRunnable(path, NonlinearModelOf))
+                                    : Held(ReadRunnable(path, LinearModelOf));
 }
 
 Outcome<> AccumulateAll(CompositeMap& map, const CompositeModel& model, ProgressSink& progress,

@@ -48,6 +48,7 @@ void Window::SetLayout(LayoutItem layout) {
 }
 
 void Window::FocusOn(Control& control) {
+  firstFocus_ = &control;
   if (view_ != nullptr) view_->Focus(control);
 }
 
@@ -68,6 +69,7 @@ void Window::Leave(Control& control) {
   const auto found = byName_.find(control.Name());
   if (found != byName_.end() && found->second == &control) byName_.erase(found);
   std::erase(controls_, &control);
+  if (firstFocus_ == &control) firstFocus_ = nullptr;
 }
 
 bool Window::PressKey(const std::string& key) {

@@ -48,8 +48,11 @@ class Window {
 
   void SetLayout(LayoutItem layout);
   const LayoutItem& Layout() const { return layout_; }
-  // The keyboard goes to the control, as soon as it can be used.
+  // The keyboard goes to the control, as soon as it can be used: of a window that is not shown yet
+  // when it is shown.
   void FocusOn(Control& control);
+  // The control that was focused on last; null: the first one that takes keys.
+  Control* FirstFocus() const { return firstFocus_; }
   // A picture to greet with: no title, in the middle of the screen. Before it is shown.
   bool Bare() const { return bare_; }
   void SetBare() { bare_ = true; }
@@ -114,6 +117,7 @@ class Window {
   LayoutItem layout_ = Column{};
   std::map<std::string, Control*, std::less<>> byName_;
   std::vector<Control*> controls_;
+  Control* firstFocus_ = nullptr;
   const MenuBar* menu_ = nullptr;
   const ToolBar* tools_ = nullptr;
   StatusStrip* status_ = nullptr;

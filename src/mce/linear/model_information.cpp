@@ -37,13 +37,4 @@ LinearModel LinearModelOf(const ModelText& text) {
   return model;
 }
 
-Outcome<LinearModel> ReadRunnableModel(const std::filesystem::path& path) {
-  const Outcome<ModelText> text = ReadRunnableText(path);
-  if (!text.Ok()) return text.Stop();
-  LinearModel model = LinearModelOf(text.Value());
-  const Outcome<> fits = CheckMaps(model);
-  if (!fits.Ok()) return fits.Stop();
-  return model;
-}
-
 }  // namespace ormel

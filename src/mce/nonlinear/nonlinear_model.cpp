@@ -115,13 +115,4 @@ NonlinearModel NonlinearModelOf(const ModelText& text) {
   return model;
 }
 
-Outcome<NonlinearModel> ReadRunnableNonlinearModel(const std::filesystem::path& path) {
-  const Outcome<ModelText> text = ReadRunnableText(path);
-  if (!text.Ok()) return text.Stop();
-  NonlinearModel model = NonlinearModelOf(text.Value());
-  const Outcome<> fits = CheckMaps(model);
-  if (!fits.Ok()) return fits.Stop();
-  return model;
-}
-
 }  // namespace ormel

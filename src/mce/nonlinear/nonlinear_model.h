@@ -4,13 +4,11 @@
 #pragma once
 
 #include <array>
-#include <filesystem>
 #include <memory>
 #include <string>
 #include <vector>
 
 #include "base/colour.h"
-#include "base/outcome.h"
 #include "mce/composite_model.h"
 #include "mce/model_text.h"
 #include "mce/nonlinear/weight_graph.h"
@@ -52,10 +50,5 @@ void TakeFields(const std::array<std::string, 2>& fields, GraphWeight& weight);
 
 // The model that a file's text means.
 NonlinearModel NonlinearModelOf(const ModelText& text);
-
-// The model of a file that is to be run: a factor without a file is left out. Fails with one
-// sentence when the file cannot be read, names no factor, or names a map that is missing, cannot be
-// read or does not lie on the grid of the first factor.
-[[nodiscard]] Outcome<NonlinearModel> ReadRunnableNonlinearModel(const std::filesystem::path& path);
 
 }  // namespace ormel

@@ -126,6 +126,7 @@ void QtWindow::ShowFirst(QWidget* owner, bool modal) {
   ownSize_ = size();
   show();
   FocusFirst();
+  if (window_->FirstFocus() != nullptr) Focus(*window_->FirstFocus());
 }
 
 // What the contents ask for, as far as the screen has it beside the title.

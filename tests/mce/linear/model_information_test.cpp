@@ -4,6 +4,7 @@
 
 #include <random>
 
+#include "mce/runnable_model.h"
 #include "support/model_folder.h"
 
 namespace ormel {
@@ -85,7 +86,7 @@ TEST(ModelInformation, ModelsThatAreRunNameWhatIsWrong) {
   const auto fac = [&](const std::string& name) { return "FAC$" + folder.Path(name) + "#1#True#"; };
   const auto cst = [&](const std::string& name) { return "CST$" + folder.Path(name) + "#"; };
   const auto read = [&](const std::string& text) {
-    return ReadRunnableModel(folder.Folder().Write("m.mif", "\"" + text + "\"\r\n"));
+    return ReadRunnable(folder.Folder().Write("m.mif", "\"" + text + "\"\r\n"), LinearModelOf);
   };
   EXPECT_EQ(read(fac("f1.asc") + fac("f2.asc") + cst("c1.asc")).Value().factors.size(), 2u);
   EXPECT_EQ(read(fac("f1.asc") + "FAC$#1#True#").Value().factors.size(), 1u);  // a free row
@@ -95,7 +96,8 @@ TEST(ModelInformation, ModelsThatAreRunNameWhatIsWrong) {
   EXPECT_EQ(read(fac("f1.asc") + cst("wide.asc")).Text(),
             "The following parameters in wide were not the same as the rest of the data: number of "
             "columns, Y lower-left corner.");
-  EXPECT_NE(ReadRunnableModel(folder.Path("none.mif")).Text().find("none.mif"), std::string::npos);
+  EXPECT_NE(ReadRunnable(folder.Path("none.mif"), LinearModelOf).Text().find("none.mif"),
+            std::string::npos);
 }
 
 }  // namespace

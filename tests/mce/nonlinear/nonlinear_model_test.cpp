@@ -10,6 +10,7 @@
 #include "mce/model_session.h"
 #include "mce/nonlinear/graph_text.h"
 #include "mce/nonlinear/nonlinear_map_window.h"
+#include "mce/runnable_model.h"
 #include "support/model_folder.h"
 #include "ui/headless/headless_desktop.h"
 
@@ -157,8 +158,9 @@ TEST(NonlinearModel, ModelsThatAreRunLeaveOutRowsWithoutAFile) {
   const GraphFolder folder({{{{1, 2}}}, {{{1, 2, 3}}}});
   const auto read = [&](const std::string& path) {
     const std::string fields = "#0#" + graphToText(kFalling) + "#";
-    return ReadRunnableNonlinearModel(folder.Folder().Write(
-        "m.cmf", "FAC$" + fields + "FAC$" + folder.Path("f1.asc") + fields + path));
+    return ReadRunnable(folder.Folder().Write("m.cmf", "FAC$" + fields + "FAC$" +
+                                                           folder.Path("f1.asc") + fields + path),
+                        NonlinearModelOf);
   };
   EXPECT_EQ(read("").Value().FactorCount(), 1);
   EXPECT_EQ(read("").Value().Factor(1).graph.samples, kFalling.samples);

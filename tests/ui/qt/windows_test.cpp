@@ -85,6 +85,16 @@ class PlacesTest : public ScreenTest {
   QWidget& frame = *TopLevel(w);
 };
 
+TEST_F(ScreenTest, AWindowBeginsWithTheControlThatItWants) {
+  auto made = std::make_unique<FrmTest>();
+  FrmTest& w = *made;
+  w.SetLayout(Row{w.txtName, w.txtInside});
+  w.FocusOn(w.txtInside);
+  desktop.Show(std::move(made));
+  Settle();
+  EXPECT_TRUE(On(w.txtInside).hasFocus());
+}
+
 TEST_F(PlacesTest, TablesLineUpAndHiddenControlsTakeNoRoom) {
   Settle();
   const auto placeOf = [&](const Control& control) { return On(control).mapTo(&frame, QPoint()); };
