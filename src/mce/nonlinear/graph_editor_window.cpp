@@ -173,10 +173,10 @@ void GraphEditor::Show(WeightGraph& graph) {
 // Each type has kept its own parameters.
 void GraphEditor::TakeType(GraphType type) {
   dragFrame_.reset();
+  forms_.Show(*graph_, type);
   const bool computed = type == GraphType::kCustom
                             ? computeCustom(*graph_, TopTyped(), BottomTyped())
-                            : ComputeCurve(*graph_, type, graph_->Parameters(type));
-  forms_.Show(*graph_, type);
+                            : ComputeCurve(*graph_, type, forms_.Entered());
   ShowPoint();
   Refresh(computed);
 }

@@ -137,7 +137,6 @@ void GraphForms::Show(const WeightGraph& graph, GraphType type) {
     frames_[i]->SetVisible(TypeAt(i) == type);
     if (TypeAt(i) != GraphType::kCustom) Put(TypeAt(i), graph.Parameters(TypeAt(i)));
   }
-  DrawTypes(graph);
 }
 
 void GraphForms::DrawTypes(const WeightGraph& graph) {

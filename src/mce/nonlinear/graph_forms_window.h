@@ -21,11 +21,14 @@ class GraphForms {
   // A person types parameters of the type on show, or takes one of its ready-made shapes.
   std::function<void(const GraphParameters&)> onParameters;
 
-  // Shows the frame of `type`, and in all frames what the graph holds.
+  // Shows the frame of `type`, and in all frames what the graph holds. The pictures of the types
+  // stay; DrawTypes() is for them.
   void Show(const WeightGraph& graph, GraphType type);
   // Draws the pictures of the types anew.
   void DrawTypes(const WeightGraph& graph);
   GraphType Shown() const { return shown_; }
+  // The parameters of the type on show, as they stand in its frame.
+  GraphParameters Entered() const;
   // Of the type on show; it must be one with parameters.
   ui::Control& FirstField() const;
 
@@ -44,7 +47,6 @@ class GraphForms {
 
   void MakeFrames(ui::Window& window);
   void MakePresets(ui::Window& window);
-  GraphParameters Entered() const;
   void Put(GraphType type, const GraphParameters& parameters);
   ui::LayoutItem FieldsOf(GraphType type);
 
