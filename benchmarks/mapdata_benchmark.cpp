@@ -11,10 +11,10 @@
 #include "base/file_writer.h"
 #include "base/progress_sink.h"
 #include "mapdata/constraint_mask.h"
-#include "mapdata/numbers.h"
 #include "mapdata/raster.h"
 #include "mapdata/raster_writer.h"
-#include "mapdata/token_reader.h"
+#include "text/numbers.h"
+#include "text/token_reader.h"
 
 namespace ormel {
 namespace {

@@ -10,8 +10,8 @@
 
 #include "base/file_writer.h"
 #include "base/progress_sink.h"
-#include "mapdata/numbers.h"
 #include "mapdata/raster_writer.h"
+#include "text/numbers.h"
 #include "viewer/map_picture.h"
 #include "viewer/view_painter.h"
 

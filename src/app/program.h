@@ -1,8 +1,8 @@
 // The program as it stands before its first command: settings, model session, main window.
 #pragma once
 
-#include "mapdata/app_context.h"
 #include "mce/model_session.h"
+#include "parts/app_context.h"
 
 namespace ormel {
 

@@ -6,7 +6,7 @@
 #include <utility>
 
 #include "mapdata/raster.h"
-#include "mapdata/token_reader.h"
+#include "text/token_reader.h"
 
 namespace ormel {
 namespace {

@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <filesystem>
 
-#include "mapdata/numbers.h"
-#include "mapdata/path_text.h"
 #include "mapdata/raster.h"
+#include "text/numbers.h"
+#include "text/paths.h"
 
 namespace ormel {
 namespace {

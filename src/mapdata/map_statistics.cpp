@@ -6,9 +6,9 @@
 #include <span>
 #include <vector>
 
-#include "mapdata/numbers.h"
 #include "mapdata/raster.h"
-#include "mapdata/token_reader.h"
+#include "text/numbers.h"
+#include "text/token_reader.h"
 
 namespace ormel {
 namespace {

@@ -4,9 +4,9 @@
 #include <cstdint>
 #include <limits>
 
-#include "mapdata/numbers.h"
-#include "mapdata/path_text.h"
-#include "mapdata/token_reader.h"
+#include "text/numbers.h"
+#include "text/paths.h"
+#include "text/token_reader.h"
 
 namespace ormel {
 namespace {

@@ -8,8 +8,8 @@
 #include <system_error>
 #include <utility>
 
-#include "mapdata/numbers.h"
-#include "mapdata/token_reader.h"
+#include "text/numbers.h"
+#include "text/token_reader.h"
 
 namespace ormel {
 namespace {

@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-#include "mapdata/numbers.h"
+#include "text/numbers.h"
 
 namespace ormel {
 

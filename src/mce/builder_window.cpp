@@ -5,10 +5,10 @@
 #include <utility>
 
 #include "base/progress_sink.h"
-#include "mapdata/list_text.h"
-#include "mapdata/path_text.h"
 #include "mce/generator_window.h"
 #include "mce/read_all_window.h"
+#include "text/lists.h"
+#include "text/paths.h"
 #include "ui/run.h"
 #include "ui/save_dialog.h"
 

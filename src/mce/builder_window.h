@@ -8,12 +8,12 @@
 #include <string>
 #include <vector>
 
-#include "mapdata/app_context.h"
 #include "mapdata/factor_set.h"
-#include "mapdata/palette_choice_window.h"
 #include "mce/factor_rows_window.h"
 #include "mce/model_session.h"
 #include "mce/model_text.h"
+#include "parts/app_context.h"
+#include "parts/palette_choice.h"
 #include "ui/desktop.h"
 #include "ui/window.h"
 

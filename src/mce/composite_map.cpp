@@ -5,9 +5,9 @@
 #include <cstddef>
 
 #include "mapdata/constraint_mask.h"
-#include "mapdata/numbers.h"
 #include "mapdata/raster.h"
 #include "mce/lane_extremes.h"
+#include "text/numbers.h"
 
 namespace ormel {
 namespace {

@@ -13,8 +13,8 @@
 #include <vector>
 
 #include "base/outcome.h"
-#include "mapdata/path_text.h"
 #include "mapdata/raster_writer.h"
+#include "text/paths.h"
 
 namespace ormel {
 

@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "mapdata/numbers.h"
+#include "text/numbers.h"
 
 namespace ormel {
 

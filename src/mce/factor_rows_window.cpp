@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "mapdata/path_text.h"
+#include "text/paths.h"
 
 namespace ormel {
 namespace {

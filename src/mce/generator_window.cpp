@@ -4,13 +4,13 @@
 #include <cctype>
 #include <cmath>
 
-#include "mapdata/numbers.h"
-#include "mapdata/path_text.h"
 #include "mapdata/raster.h"
 #include "mce/composite_output.h"
 #include "mce/composite_picture.h"
 #include "mce/shown_values.h"
 #include "movies/bitmap.h"
+#include "text/numbers.h"
+#include "text/paths.h"
 #include "ui/desktop.h"
 #include "ui/run.h"
 #include "ui/save_dialog.h"

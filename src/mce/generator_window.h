@@ -10,12 +10,12 @@
 #include <vector>
 
 #include "base/grid.h"
-#include "mapdata/app_context.h"
 #include "mapdata/map_preview.h"
 #include "mapdata/palette.h"
 #include "mapdata/raster_rows.h"
 #include "mce/composite_map.h"
 #include "mce/composite_model.h"
+#include "parts/app_context.h"
 #include "ui/desktop.h"
 #include "ui/window.h"
 

@@ -3,8 +3,8 @@
 #include <algorithm>
 
 #include "base/file_writer.h"
-#include "mapdata/path_text.h"
-#include "mapdata/token_reader.h"
+#include "text/paths.h"
+#include "text/token_reader.h"
 
 namespace ormel {
 namespace {

@@ -2,8 +2,8 @@
 
 #include <utility>
 
-#include "mapdata/path_text.h"
 #include "mapdata/raster.h"
+#include "text/paths.h"
 #include "ui/desktop.h"
 #include "ui/run.h"
 

@@ -1,8 +1,8 @@
 #include "mce/shown_values.h"
 
 #include "base/file_writer.h"
-#include "mapdata/numbers.h"
 #include "mapdata/raster_writer.h"
+#include "text/numbers.h"
 
 namespace ormel {
 

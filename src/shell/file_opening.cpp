@@ -1,6 +1,6 @@
 #include "shell/file_opening.h"
 
-#include "mapdata/numbers.h"
+#include "text/numbers.h"
 
 namespace ormel {
 

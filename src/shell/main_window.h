@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "mapdata/app_context.h"
+#include "parts/app_context.h"
 #include "shell/options_window.h"
 #include "ui/window.h"
 

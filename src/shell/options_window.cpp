@@ -1,9 +1,9 @@
 #include "shell/options_window.h"
 
 #include "mapdata/palette.h"
-#include "mapdata/palette_choice_window.h"
-#include "mapdata/path_text.h"
+#include "parts/palette_choice.h"
 #include "shell/program_folder.h"
+#include "text/paths.h"
 #include "ui/desktop.h"
 
 namespace ormel {

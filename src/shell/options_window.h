@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "mapdata/app_context.h"
+#include "parts/app_context.h"
 #include "shell/settings_file.h"
 #include "ui/window.h"
 

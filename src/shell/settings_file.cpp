@@ -7,10 +7,10 @@
 #include <limits>
 
 #include "base/file_writer.h"
-#include "mapdata/numbers.h"
-#include "mapdata/path_text.h"
-#include "mapdata/token_reader.h"
 #include "shell/program_folder.h"
+#include "text/numbers.h"
+#include "text/paths.h"
+#include "text/token_reader.h"
 
 namespace ormel {
 namespace {

@@ -6,8 +6,8 @@
 #include <iterator>
 
 #include "base/file_writer.h"
-#include "mapdata/numbers.h"
 #include "mapdata/raster_writer.h"
+#include "text/numbers.h"
 
 namespace ormel {
 namespace {

@@ -1,8 +1,8 @@
 #include "viewer/map_panes_window.h"
 
-#include "mapdata/numbers.h"
 #include "mapdata/palette.h"
-#include "mapdata/path_text.h"
+#include "text/numbers.h"
+#include "text/paths.h"
 
 namespace ormel {
 namespace {

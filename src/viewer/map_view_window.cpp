@@ -6,8 +6,8 @@
 #include <utility>
 
 #include "mapdata/map_statistics.h"
-#include "mapdata/numbers.h"
-#include "mapdata/path_text.h"
+#include "text/numbers.h"
+#include "text/paths.h"
 #include "ui/desktop.h"
 #include "ui/run.h"
 #include "ui/save_dialog.h"

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "mapdata/app_context.h"
+#include "parts/app_context.h"
 #include "ui/window.h"
 #include "viewer/map_panes_window.h"
 #include "viewer/map_view.h"

@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-#include "mapdata/numbers.h"
+#include "text/numbers.h"
 
 namespace ormel {
 namespace {

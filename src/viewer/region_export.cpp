@@ -6,9 +6,9 @@
 #include <vector>
 
 #include "base/file_writer.h"
-#include "mapdata/numbers.h"
 #include "mapdata/raster_writer.h"
-#include "mapdata/token_reader.h"
+#include "text/numbers.h"
+#include "text/token_reader.h"
 
 namespace ormel {
 namespace {

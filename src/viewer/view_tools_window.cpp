@@ -6,7 +6,7 @@
 #include <memory>
 #include <utility>
 
-#include "mapdata/numbers.h"
+#include "text/numbers.h"
 #include "ui/desktop.h"
 #include "viewer/metric_window.h"
 

@@ -4,10 +4,10 @@
 #include <cmath>
 #include <utility>
 
-#include "mapdata/numbers.h"
 #include "mce/linear/composite_map_window.h"
 #include "mce/linear/model_information.h"
 #include "mce/linear/pairwise_window.h"
+#include "text/numbers.h"
 
 namespace ormel {
 namespace {

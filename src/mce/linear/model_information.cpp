@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cctype>
 
-#include "mapdata/numbers.h"
+#include "text/numbers.h"
 
 namespace ormel {
 namespace {

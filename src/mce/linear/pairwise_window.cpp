@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <utility>
 
-#include "mapdata/numbers.h"
 #include "mce/linear/pairwise_weights.h"
+#include "text/numbers.h"
 #include "ui/desktop.h"
 
 namespace ormel {

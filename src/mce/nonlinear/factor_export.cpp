@@ -1,9 +1,9 @@
 #include "mce/nonlinear/factor_export.h"
 
 #include "base/file_writer.h"
-#include "mapdata/numbers.h"
 #include "mapdata/raster.h"
 #include "mce/composite_model.h"
+#include "text/numbers.h"
 
 namespace ormel {
 namespace {

@@ -7,8 +7,8 @@
 #include <string_view>
 
 #include "base/file_writer.h"
-#include "mapdata/numbers.h"
-#include "mapdata/token_reader.h"
+#include "text/numbers.h"
+#include "text/token_reader.h"
 
 namespace ormel {
 namespace {

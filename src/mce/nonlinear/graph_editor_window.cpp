@@ -5,9 +5,9 @@
 #include <filesystem>
 #include <utility>
 
-#include "mapdata/numbers.h"
 #include "mce/nonlinear/graph_csv.h"
 #include "mce/nonlinear/graph_text.h"
+#include "text/numbers.h"
 #include "ui/desktop.h"
 #include "ui/save_dialog.h"
 

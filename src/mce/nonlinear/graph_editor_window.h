@@ -11,10 +11,10 @@
 #include <string>
 #include <vector>
 
-#include "mapdata/app_context.h"
 #include "mce/nonlinear/graph_forms_window.h"
 #include "mce/nonlinear/graph_plot.h"
 #include "mce/nonlinear/weight_graph.h"
+#include "parts/app_context.h"
 #include "ui/window.h"
 
 namespace ormel {

@@ -4,9 +4,9 @@
 #include <string>
 #include <utility>
 
-#include "mapdata/numbers.h"
 #include "mce/nonlinear/graph_plot.h"
 #include "mce/nonlinear/graph_presets.h"
+#include "text/numbers.h"
 
 namespace ormel {
 namespace {

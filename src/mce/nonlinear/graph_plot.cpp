@@ -4,8 +4,8 @@
 #include <cmath>
 #include <utility>
 
-#include "mapdata/numbers.h"
-#include "mce/nonlinear/graph_ink.h"
+#include "charts/ink.h"
+#include "text/numbers.h"
 
 namespace ormel {
 namespace {

@@ -3,7 +3,7 @@
 #include <cmath>
 #include <utility>
 
-#include "mapdata/numbers.h"
+#include "text/numbers.h"
 
 namespace ormel {
 namespace {

@@ -5,8 +5,8 @@
 #include <utility>
 
 #include "base/file_writer.h"
-#include "mapdata/numbers.h"
-#include "mapdata/token_reader.h"
+#include "text/numbers.h"
+#include "text/token_reader.h"
 
 namespace ormel {
 namespace {

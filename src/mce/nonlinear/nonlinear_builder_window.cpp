@@ -4,11 +4,11 @@
 #include <iterator>
 #include <utility>
 
-#include "mapdata/numbers.h"
 #include "mce/nonlinear/graph_editor_window.h"
 #include "mce/nonlinear/graph_plot.h"
 #include "mce/nonlinear/nonlinear_map_window.h"
 #include "mce/nonlinear/weight_window.h"
+#include "text/numbers.h"
 
 namespace ormel {
 namespace {

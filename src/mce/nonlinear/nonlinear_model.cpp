@@ -4,9 +4,9 @@
 #include <cmath>
 #include <limits>
 
-#include "mapdata/numbers.h"
 #include "mce/lane_extremes.h"
 #include "mce/nonlinear/graph_text.h"
+#include "text/numbers.h"
 
 namespace ormel {
 namespace {

@@ -8,7 +8,7 @@
 #include <string_view>
 #include <utility>
 
-#include "mapdata/numbers.h"
+#include "text/numbers.h"
 
 namespace ormel {
 namespace {

@@ -4,7 +4,7 @@
 
 #include <cmath>
 
-#include "mce/nonlinear/graph_ink.h"
+#include "charts/ink.h"
 
 namespace ormel {
 namespace {

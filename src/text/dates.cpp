@@ -1,4 +1,4 @@
-#include "mapdata/dates.h"
+#include "text/dates.h"
 
 #include <algorithm>
 #include <array>
@@ -8,7 +8,7 @@
 #include <utility>
 #include <vector>
 
-#include "mapdata/numbers.h"
+#include "text/numbers.h"
 
 namespace ormel {
 namespace {

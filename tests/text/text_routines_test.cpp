@@ -2,11 +2,11 @@
 
 #include <array>
 
-#include "mapdata/arithmetic.h"
-#include "mapdata/csv.h"
-#include "mapdata/list_text.h"
-#include "mapdata/numbers.h"
-#include "mapdata/path_text.h"
+#include "text/arithmetic.h"
+#include "text/csv.h"
+#include "text/lists.h"
+#include "text/numbers.h"
+#include "text/paths.h"
 
 namespace ormel {
 namespace {

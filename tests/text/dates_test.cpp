@@ -1,10 +1,10 @@
-#include "mapdata/dates.h"
+#include "text/dates.h"
 
 #include <gtest/gtest.h>
 
 #include <random>
 
-#include "mapdata/step_dates.h"
+#include "text/step_dates.h"
 
 namespace ormel {
 namespace {

@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-#include "mapdata/dates.h"
+#include "text/dates.h"
 
 namespace ormel {
 

@@ -1,9 +1,9 @@
-#include "mapdata/list_text.h"
+#include "text/lists.h"
 
 #include <algorithm>
 #include <utility>
 
-#include "mapdata/numbers.h"
+#include "text/numbers.h"
 
 namespace ormel {
 

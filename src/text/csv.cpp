@@ -1,4 +1,4 @@
-#include "mapdata/csv.h"
+#include "text/csv.h"
 
 #include <algorithm>
 

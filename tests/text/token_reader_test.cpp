@@ -1,4 +1,4 @@
-#include "mapdata/token_reader.h"
+#include "text/token_reader.h"
 
 #include <gtest/gtest.h>
 
@@ -8,8 +8,8 @@
 #include <sstream>
 #include <vector>
 
-#include "mapdata/numbers.h"
 #include "support/temporary_folder.h"
+#include "text/numbers.h"
 
 namespace ormel {
 namespace {

@@ -1,4 +1,4 @@
-#include "mapdata/step_dates.h"
+#include "text/step_dates.h"
 
 #include <algorithm>
 #include <array>

@@ -1,9 +1,9 @@
-#include "mapdata/arithmetic.h"
+#include "text/arithmetic.h"
 
 #include <algorithm>
 #include <cmath>
 
-#include "mapdata/numbers.h"
+#include "text/numbers.h"
 
 namespace ormel {
 

@@ -1,4 +1,4 @@
-#include "mce/nonlinear/graph_ink.h"
+#include "charts/ink.h"
 
 #include <algorithm>
 #include <cmath>

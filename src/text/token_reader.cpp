@@ -1,4 +1,4 @@
-#include "mapdata/token_reader.h"
+#include "text/token_reader.h"
 
 #include <algorithm>
 #include <bit>
@@ -7,7 +7,7 @@
 #include <system_error>
 #include <utility>
 
-#include "mapdata/numbers.h"
+#include "text/numbers.h"
 
 namespace ormel {
 namespace {

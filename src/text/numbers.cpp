@@ -1,4 +1,4 @@
-#include "mapdata/numbers.h"
+#include "text/numbers.h"
 
 #include <algorithm>
 #include <bit>

@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "mapdata/app_context.h"
+#include "parts/app_context.h"
 #include "ui/window.h"
 
 namespace ormel {

@@ -1,4 +1,4 @@
-#include "mapdata/path_text.h"
+#include "text/paths.h"
 
 namespace ormel {
 namespace {

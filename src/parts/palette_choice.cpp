@@ -1,11 +1,11 @@
-#include "mapdata/palette_choice_window.h"
+#include "parts/palette_choice.h"
 
 #include <algorithm>
 #include <cctype>
 #include <filesystem>
 
 #include "mapdata/palette.h"
-#include "mapdata/path_text.h"
+#include "text/paths.h"
 #include "ui/desktop.h"
 
 namespace ormel {

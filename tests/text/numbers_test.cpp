@@ -1,4 +1,4 @@
-#include "mapdata/numbers.h"
+#include "text/numbers.h"
 
 #include <gtest/gtest.h>
 
