@@ -10,6 +10,7 @@
 #include "app/command_line.h"
 #include "app/program.h"
 #include "app/script_run.h"
+#include "base/file_writer.h"
 #include "shell/main_window.h"
 #include "shell/program_folder.h"
 #include "shell/single_instance.h"
@@ -132,6 +133,7 @@ int Main(int argc, char** argv) {
 }  // namespace ormel
 
 int main(int argc, char** argv) {
+  ormel::LetFileSizeLimitFail();
   try {
     return ormel::Main(argc, argv);
   } catch (const std::exception& error) {

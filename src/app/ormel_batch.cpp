@@ -10,6 +10,7 @@
 #include "app/command_line.h"
 #include "app/main_job.h"
 #include "app/script_run.h"
+#include "base/file_writer.h"
 #include "shell/program_folder.h"
 #include "shell/settings_file.h"
 
@@ -87,6 +88,7 @@ int Main(std::span<const char* const> words) {
 }  // namespace ormel
 
 int main(int argc, char** argv) {
+  ormel::LetFileSizeLimitFail();
   try {
     return ormel::Main({argv + 1, static_cast<std::size_t>(argc > 0 ? argc - 1 : 0)});
   } catch (const std::exception& error) {

@@ -1,6 +1,12 @@
 #include "base/file_writer.h"
 
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
 #include <cerrno>
+#include <csignal>
+#include <cstdio>
 #include <cstring>
 #include <random>
 #include <system_error>
@@ -12,6 +18,7 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr std::size_t kBufferBytes = 256 * 1024;
+constexpr mode_t kAnyMode = 0666;  // less what the user's umask takes away
 
 // Where the bytes of `path` really go: writing through a link must not replace the link.
 fs::path ResolveLink(const fs::path& path) {
@@ -21,21 +28,43 @@ fs::path ResolveLink(const fs::path& path) {
   return error ? path : resolved;
 }
 
-fs::path TemporaryBeside(const fs::path& target) {
+fs::path NameBeside(const fs::path& target) {
   fs::path temporary = target;
   temporary += ".part" + std::to_string(std::random_device{}());
   return temporary;
 }
 
+// By which a file without a name is reached.
+std::string LinkOf(int descriptor) { return "/proc/self/fd/" + std::to_string(descriptor); }
+
+// A file without a name in the folder of `target`; -1 when there cannot be one.
+int OpenWithoutName(const fs::path& target) {
+  const fs::path folder = target.has_parent_path() ? target.parent_path() : fs::path(".");
+  const int descriptor = open(folder.c_str(), O_TMPFILE | O_WRONLY | O_CLOEXEC, kAnyMode);
+  // Without the links of /proc it could never get a name.
+  if (descriptor >= 0 && access(LinkOf(descriptor).c_str(), F_OK) != 0) {
+    close(descriptor);
+    return -1;
+  }
+  return descriptor;
+}
+
 }  // namespace
 
-FileWriter::FileWriter(fs::path target, fs::path temporary, std::FILE* file)
-    : target_(std::move(target)), temporary_(std::move(temporary)), file_(file) {
-  std::setvbuf(file, nullptr, _IONBF, 0);
+FileWriter::FileWriter(fs::path target, fs::path temporary, int descriptor)
+    : target_(std::move(target)), temporary_(std::move(temporary)), descriptor_(descriptor) {
   buffer_.reserve(kBufferBytes);
 }
 
-Outcome<FileWriter> FileWriter::Open(const fs::path& path) {
+FileWriter::FileWriter(FileWriter&& other) noexcept
+    : target_(std::move(other.target_)),
+      temporary_(std::move(other.temporary_)),
+      descriptor_(std::exchange(other.descriptor_, -1)),
+      direct_(other.direct_),
+      buffer_(std::move(other.buffer_)),
+      error_(std::move(other.error_)) {}
+
+Outcome<FileWriter> FileWriter::Open(const fs::path& path, TemporaryFile temporary) {
   const fs::path target = ResolveLink(path);
   std::error_code error;
   const fs::file_status status = fs::status(target, error);
@@ -43,55 +72,96 @@ Outcome<FileWriter> FileWriter::Open(const fs::path& path) {
     return Failure{FailureKind::kDisk, path.string() + ": is a folder"};
   }
   const bool direct = fs::exists(status) && !fs::is_regular_file(status);
-  const fs::path temporary = direct ? fs::path() : TemporaryBeside(target);
-  std::FILE* file = std::fopen((direct ? target : temporary).c_str(), direct ? "wb" : "wbx");
-  if (file == nullptr) {
+  fs::path name;
+  int descriptor = -1;
+  if (direct) {
+    descriptor = open(target.c_str(), O_WRONLY | O_CLOEXEC);
+  } else if (temporary == TemporaryFile::kWithoutName) {
+    descriptor = OpenWithoutName(target);
+  }
+  if (descriptor < 0 && !direct) {
+    name = NameBeside(target);
+    descriptor = open(name.c_str(), O_CREAT | O_EXCL | O_WRONLY | O_CLOEXEC, kAnyMode);
+  }
+  if (descriptor < 0) {
     return Failure{FailureKind::kDisk,
                    path.string() + ": cannot be written: " + std::strerror(errno)};
   }
-  return FileWriter(target, temporary, file);
+  FileWriter writer(target, std::move(name), descriptor);
+  writer.direct_ = direct;
+  return writer;
 }
 
 FileWriter::~FileWriter() {
-  if (!file_) return;
-  file_.reset();
-  std::error_code ignored;
-  if (!temporary_.empty()) fs::remove(temporary_, ignored);
+  if (descriptor_ < 0) return;
+  Close();
+  if (!temporary_.empty()) unlink(temporary_.c_str());
 }
 
-Failure FileWriter::DiskFailure(const std::string& reason) const {
-  return {FailureKind::kDisk, target_.string() + ": could not be written: " + reason};
+void FileWriter::KeepError() {
+  if (error_.empty()) error_ = std::strerror(errno);
+}
+
+void FileWriter::Close() {
+  if (close(std::exchange(descriptor_, -1)) != 0) KeepError();
+}
+
+Failure FileWriter::DiskFailure() const {
+  return {FailureKind::kDisk, target_.string() + ": could not be written: " + error_};
+}
+
+void FileWriter::WriteNow(std::string_view bytes) {
+  while (!bytes.empty() && error_.empty()) {
+    const ssize_t count = write(descriptor_, bytes.data(), bytes.size());
+    if (count > 0) {
+      bytes.remove_prefix(static_cast<std::size_t>(count));
+    } else if (errno != EINTR) {
+      KeepError();
+    }
+  }
+}
+
+void FileWriter::Flush() {
+  WriteNow(buffer_);
+  buffer_.clear();
 }
 
 void FileWriter::Write(std::string_view bytes) {
-  if (buffer_.size() + bytes.size() > kBufferBytes) {
-    if (error_.empty() &&
-        std::fwrite(buffer_.data(), 1, buffer_.size(), file_.get()) != buffer_.size()) {
-      error_ = std::strerror(errno);
-    }
-    buffer_.clear();
-  }
+  if (buffer_.size() + bytes.size() > kBufferBytes) Flush();
+  if (bytes.size() > kBufferBytes / 2) return WriteNow(bytes);
   if (error_.empty()) buffer_ += bytes;
 }
 
+// A name beside the target, from which the file, whole by now, is moved there at once.
+void FileWriter::GiveName() {
+  fs::path name = NameBeside(target_);
+  if (linkat(AT_FDCWD, LinkOf(descriptor_).c_str(), AT_FDCWD, name.c_str(), AT_SYMLINK_FOLLOW) ==
+      0) {
+    temporary_ = std::move(name);
+  } else {
+    KeepError();
+  }
+}
+
+// Makes the finished file ready to take the target's place.
+void FileWriter::Finish() {
+  struct stat old {};
+  if (stat(target_.c_str(), &old) == 0) {
+    // A file that is replaced keeps its permissions, and goes only for one that is on the disk.
+    (void)fchmod(descriptor_, old.st_mode & 07777);
+    if (fsync(descriptor_) != 0 && errno != EINVAL) KeepError();  // EINVAL: it cannot be synced
+  }
+  if (error_.empty() && temporary_.empty()) GiveName();
+}
+
 Outcome<> FileWriter::Commit() {
-  if (error_.empty() &&
-      std::fwrite(buffer_.data(), 1, buffer_.size(), file_.get()) != buffer_.size()) {
-    error_ = std::strerror(errno);
-  }
-  if (std::fclose(file_.release()) != 0 && error_.empty()) error_ = std::strerror(errno);
-  std::error_code ignored;
-  if (error_.empty() && !temporary_.empty()) {
-    // A file that is replaced keeps its permissions.
-    const fs::file_status old = fs::status(target_, ignored);
-    if (fs::exists(old)) fs::permissions(temporary_, old.permissions(), ignored);
-    std::error_code moved;
-    fs::rename(temporary_, target_, moved);
-    if (moved) error_ = moved.message();
-  }
+  Flush();
+  if (error_.empty() && !direct_) Finish();
+  Close();
+  if (error_.empty() && !direct_ && rename(temporary_.c_str(), target_.c_str()) != 0) KeepError();
   if (error_.empty()) return Done{};
-  if (!temporary_.empty()) fs::remove(temporary_, ignored);
-  return DiskFailure(error_);
+  if (!temporary_.empty()) unlink(temporary_.c_str());
+  return DiskFailure();
 }
 
 Outcome<> WriteFile(const fs::path& path, std::string_view bytes) {
@@ -100,5 +170,7 @@ Outcome<> WriteFile(const fs::path& path, std::string_view bytes) {
   writer.Value().Write(bytes);
   return writer.Value().Commit();
 }
+
+void LetFileSizeLimitFail() { std::signal(SIGXFSZ, SIG_IGN); }
 
 }  // namespace ormel

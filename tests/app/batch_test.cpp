@@ -102,6 +102,17 @@ TEST_F(Batch, WarnsOfWhatItPassesOver) {
   EXPECT_NE(ran.errors.find(part + ": ends in row 2 of 2\n"), std::string::npos) << ran.errors;
 }
 
+TEST_F(Batch, AFileSizeLimitIsAFailedWrite) {
+  folder_.Write("out.asc", "old");
+  const std::string blocks = "100";  // of 512 bytes: a third of the map
+  const Ran ran = Run("examples/kagwene/nesting.mif -o " + Path("out.asc"),
+                      ORMEL_SOURCE_DIR " && ulimit -f " + blocks);
+  EXPECT_EQ(ran.status, 1);
+  EXPECT_EQ(ran.errors,
+            "ormel-batch: " + Path("out.asc") + ": could not be written: File too large\n");
+  EXPECT_EQ(ReadText(Path("out.asc")), "old");
+}
+
 TEST_F(Batch, AModelBuiltByHandGivesTheSameBytes) {
   const std::string here = folder_.Path().string();
   std::filesystem::create_symlink(ORMEL_SOURCE_DIR "/examples", folder_ / "examples");

@@ -1,6 +1,11 @@
 #include "base/file_writer.h"
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <csignal>
 
 #include "support/small_disk.h"
 #include "support/temporary_folder.h"
@@ -13,12 +18,13 @@ using testing::ReadText;
 using testing::SmallDisk;
 using testing::TemporaryFolder;
 
-// Each begins with a folder that holds an old map and nothing else.
-class FileWriting : public ::testing::Test {
+// Each begins with a folder that holds an old map and nothing else, and holds for temporary files
+// of both kinds.
+class FileWriting : public ::testing::TestWithParam<TemporaryFile> {
  protected:
   // Writes `text` so many times, and puts it into place unless the run is `stopped`.
   Outcome<> Write(const std::string& text, int times, bool stopped = false) {
-    Outcome<FileWriter> writer = FileWriter::Open(path_);
+    Outcome<FileWriter> writer = FileWriter::Open(path_, GetParam());
     if (!writer.Ok()) return writer.Stop();
     for (int i = 0; i < times; ++i) writer.Value().Write(text);
     EXPECT_EQ(ReadText(path_), "old");
@@ -29,7 +35,7 @@ class FileWriting : public ::testing::Test {
   const fs::path path_ = folder_.Write("map.asc", "old");
 };
 
-TEST_F(FileWriting, ReplacesTheOldFileOnlyWhenCommitted) {
+TEST_P(FileWriting, ReplacesTheOldFileOnlyWhenCommitted) {
   EXPECT_TRUE(Write(std::string(1000, 'x'), 1000, true).WasCancelled());
   EXPECT_EQ(ReadText(path_), "old");
   EXPECT_EQ(folder_.Entries(), 1);
@@ -39,7 +45,7 @@ TEST_F(FileWriting, ReplacesTheOldFileOnlyWhenCommitted) {
 }
 
 // The disk fills up in the first bytes, within the buffer, and after several buffers.
-TEST_F(FileWriting, AFullDiskLeavesTheOldFileAndNothingElse) {
+TEST_P(FileWriting, AFullDiskLeavesTheOldFileAndNothingElse) {
   for (const std::size_t room : {std::size_t{0}, std::size_t{100}, std::size_t{700'000}}) {
     Outcome<> outcome = Done{};
     {
@@ -54,9 +60,9 @@ TEST_F(FileWriting, AFullDiskLeavesTheOldFileAndNothingElse) {
   }
 }
 
-TEST_F(FileWriting, WritesMoreThanItsBufferInOrder) {
+TEST_P(FileWriting, WritesMoreThanItsBufferInOrder) {
   std::string expected;
-  Outcome<FileWriter> writer = FileWriter::Open(folder_ / "big");
+  Outcome<FileWriter> writer = FileWriter::Open(folder_ / "big", GetParam());
   ASSERT_TRUE(writer.Ok());
   for (int row = 0; row < 100'000; ++row) {
     const std::string text = std::to_string(row) + "\r\n";
@@ -69,7 +75,28 @@ TEST_F(FileWriting, WritesMoreThanItsBufferInOrder) {
   EXPECT_EQ(ReadText(folder_ / "big"), expected + whole);
 }
 
-TEST_F(FileWriting, GoesThroughALinkAndKeepsPermissions) {
+// The program is killed before, in the middle of and behind the writing. What it wrote stays only
+// where temporary files have names.
+TEST_P(FileWriting, AKilledProgramLeavesTheOldFile) {
+  const int nameless = open(folder_.Path().c_str(), O_TMPFILE | O_WRONLY, 0600);
+  const bool leavesNothing = GetParam() == TemporaryFile::kWithoutName && nameless >= 0;
+  close(nameless);
+  for (const int times : {0, 1, 1000}) {
+    const pid_t child = fork();
+    if (child == 0) {
+      Outcome<FileWriter> writer = FileWriter::Open(path_, GetParam());
+      for (int i = 0; i < times; ++i) writer.Value().Write(std::string(1000, 'x'));
+      kill(getpid(), SIGKILL);
+    }
+    int status = 0;
+    waitpid(child, &status, 0);
+    ASSERT_TRUE(WIFSIGNALED(status));
+    EXPECT_EQ(ReadText(path_), "old");
+  }
+  EXPECT_EQ(folder_.Entries(), leavesNothing ? 1 : 4);
+}
+
+TEST_P(FileWriting, GoesThroughALinkAndKeepsPermissions) {
   fs::permissions(path_, fs::perms::owner_read | fs::perms::owner_write);
   fs::create_symlink("map.asc", folder_ / "link");
   ASSERT_TRUE(WriteFile(folder_ / "link", "new").Ok());
@@ -78,13 +105,16 @@ TEST_F(FileWriting, GoesThroughALinkAndKeepsPermissions) {
   EXPECT_EQ(fs::status(path_).permissions(), fs::perms::owner_read | fs::perms::owner_write);
 }
 
-TEST_F(FileWriting, RefusesWhatCannotBeWritten) {
+TEST_P(FileWriting, RefusesWhatCannotBeWritten) {
   for (const fs::path& path : {folder_.Path(), folder_ / "missing" / "map.asc"}) {
     const Outcome<FileWriter> writer = FileWriter::Open(path);
     ASSERT_TRUE(writer.Failed());
     EXPECT_EQ(writer.Text().rfind(path.string() + ": ", 0), 0U) << writer.Text();
   }
 }
+
+INSTANTIATE_TEST_SUITE_P(, FileWriting,
+                         ::testing::Values(TemporaryFile::kWithoutName, TemporaryFile::kNamed));
 
 }  // namespace
 }  // namespace ormel
