@@ -5,7 +5,7 @@
 #include <string_view>
 #include <utility>
 
-#include "mapdata/raster.h"
+#include "mapdata/map_header.h"
 #include "text/token_reader.h"
 
 namespace ormel {

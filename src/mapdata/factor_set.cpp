@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <filesystem>
 
+#include "mapdata/map_header.h"
 #include "mapdata/raster.h"
 #include "text/numbers.h"
 #include "text/paths.h"

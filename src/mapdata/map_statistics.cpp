@@ -6,9 +6,9 @@
 #include <span>
 #include <vector>
 
-#include "mapdata/raster.h"
+#include "mapdata/cell_source.h"
+#include "mapdata/map_header.h"
 #include "text/numbers.h"
-#include "text/token_reader.h"
 
 namespace ormel {
 namespace {
@@ -16,15 +16,13 @@ namespace {
 constexpr std::size_t kCellsAtOnce = 4096;
 constexpr double kCategories = 255;
 
-Outcome<TokenReader> OpenBehindHeader(const std::string& path) {
-  Outcome<TokenReader> reader = TokenReader::Open(path);
-  if (reader.Ok()) reader.Value().SkipLines(CountHeaderLines(path));
-  return reader;
+Outcome<CellSource> OpenBehindHeader(const std::string& path) {
+  return CellSource::Open(path, CountHeaderLines(path));
 }
 
 double NoDataOf(const std::string& path) {
   const std::string text = ReadNoDataText(path);
-  return text.empty() ? std::numeric_limits<double>::quiet_NaN() : TextToNumber(text);
+  return text.empty() ? kNoNoData : TextToNumber(text);
 }
 
 // The constraint's values beside those of the map.
@@ -32,15 +30,15 @@ class ConstraintValues {
  public:
   [[nodiscard]] Outcome<> Open(const std::string& path) {
     if (path.empty()) return Done{};
-    Outcome<TokenReader> reader = OpenBehindHeader(path);
-    if (!reader.Ok()) return reader.Stop();
-    reader_.emplace(std::move(reader.Value()));
+    Outcome<CellSource> source = OpenBehindHeader(path);
+    if (!source.Ok()) return source.Stop();
+    source_.emplace(std::move(source.Value()));
     return Done{};
   }
 
   // The next `count` values.
   std::span<const double> Next(std::size_t count) {
-    const std::size_t read = reader_ ? reader_->ReadNumbers(std::span(values_).first(count)) : 0;
+    const std::size_t read = source_ ? source_->Read(std::span(values_).first(count)) : 0;
     if (read > 0) last_ = values_[read - 1];
     std::fill(values_.begin() + static_cast<std::ptrdiff_t>(read),
               values_.begin() + static_cast<std::ptrdiff_t>(count), last_);
@@ -48,7 +46,7 @@ class ConstraintValues {
   }
 
  private:
-  std::optional<TokenReader> reader_;  // none: every cell counts
+  std::optional<CellSource> source_;  // none: every cell counts
   double last_ = 1;
   std::vector<double> values_ = std::vector<double>(kCellsAtOnce);
 };
@@ -56,24 +54,24 @@ class ConstraintValues {
 // Gives every counted value to `count`, in the order of the file.
 template <class Count>
 Outcome<> CountValues(const MapToCount& map, ProgressSink& progress, Count count) {
-  Outcome<TokenReader> reader = OpenBehindHeader(map.path);
-  if (!reader.Ok()) return reader.Stop();
+  Outcome<CellSource> source = OpenBehindHeader(map.path);
+  if (!source.Ok()) return source.Stop();
   ConstraintValues constraint;
   const Outcome<> opened = constraint.Open(map.constraint);
   if (!opened.Ok()) return opened;
   const double nodata = NoDataOf(map.path);
   std::vector<double> values(kCellsAtOnce);
   for (;;) {
-    const std::size_t read = reader.Value().ReadNumbers(values);
-    if (!reader.Value().Error().empty()) {
-      return Failure{FailureKind::kDisk, reader.Value().Error()};
+    const std::size_t read = source.Value().Read(values);
+    if (!source.Value().Error().empty()) {
+      return Failure{FailureKind::kDisk, source.Value().Error()};
     }
     const std::span<const double> allowed = constraint.Next(read);
     for (std::size_t i = 0; i < read; ++i) {
       if (allowed[i] == 1 && values[i] != nodata) count(values[i]);
     }
     if (read < values.size()) return Done{};
-    if (!progress.Report(reader.Value().Percent())) return Cancelled{};
+    if (!progress.Report(source.Value().Percent())) return Cancelled{};
   }
 }
 

@@ -5,9 +5,10 @@
 #include <cmath>
 #include <limits>
 #include <span>
-#include <system_error>
 #include <utility>
 
+#include "mapdata/cell_source.h"
+#include "mapdata/map_header.h"
 #include "text/numbers.h"
 #include "text/token_reader.h"
 
@@ -16,16 +17,12 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr int kHeaderTokens = 100;       // looked at for the first cell of a map
-constexpr int kConstraintTokens = 1000;  // the same for a constraint
-constexpr int kNoDataLine = 6;
+constexpr int kConstraintTokens = 1000;  // looked at for the first cell of a constraint
 constexpr const char* kBadConstraint = "Bad Constraint!";
 
 // Cells read between two reports of progress when rows do not matter.
 constexpr std::size_t kScanCells = 4096;
 constexpr std::size_t kCellsPerReport = 65536;
-
-constexpr std::int64_t kCellsOnTrust = 100'000'000;
 
 // Passes over tokens until one is numeric, at most `most` of them. Returns how many stood before
 // it; `found` says whether there is one.
@@ -40,42 +37,28 @@ int TokensBeforeNumber(TokenReader& reader, int most, bool& found) {
   return most;
 }
 
-// The text value of the next header line; empty when there is none.
-std::string NextHeaderText(TokenReader& reader) {
-  std::string line;
-  reader.ReadLine(line);
-  return std::string(TextBehindLastBlank(line));
-}
-
-// NODATA of the file when its header of `lines` lines has one; `reader` stands at its beginning,
-// and behind the header afterwards.
-std::optional<double> ReadNoData(TokenReader& reader, int lines) {
-  std::optional<double> nodata;
-  for (int line = 1; line <= lines; ++line) {
-    const std::string text = NextHeaderText(reader);
-    if (line == kNoDataLine) nodata = TextToNumber(text);
-  }
-  return nodata;
+// NODATA of a file whose header has `lines` lines.
+std::optional<double> NoDataOf(const CellSource& source, int lines) {
+  if (lines < kNoDataLine) return std::nullopt;
+  return TextToNumber(HeaderValue(source.HeaderLines(), kNoDataLine));
 }
 
 // One reading of a map, which keeps what it passes over.
 class RasterReading {
  public:
-  RasterReading(const fs::path& path, TokenReader& reader, RasterRead& result)
-      : path_(path), reader_(reader), result_(result) {}
+  RasterReading(const fs::path& path, int lines, CellSource& source, RasterRead& result)
+      : path_(path), lines_(lines), source_(source), result_(result) {}
 
   void ReadHeader(Grid<double>& cells) {
     MapSpecs& specs = result_.map.specs;
-    specs.ncols = ReadSize("number of columns");
-    specs.nrows = ReadSize("number of rows");
+    specs.ncols = ReadSize(1, "number of columns");
+    specs.nrows = ReadSize(2, "number of rows");
     MakeCells(cells);
-    const int lines = CountHeaderLines(path_);
     const std::array<double*, 3> places = {&specs.xllcorner, &specs.yllcorner, &specs.cellsize};
-    for (int line = 3; line <= lines; ++line) {
-      const double value = TextToNumber(NextHeaderText(reader_));
-      if (line < kNoDataLine) *places[static_cast<std::size_t>(line - 3)] = value;
-      if (line == kNoDataLine) specs.nodata = value;
+    for (int line = 3; line <= std::min(lines_, kNoDataLine - 1); ++line) {
+      *places[static_cast<std::size_t>(line - 3)] = TextToNumber(Value(line));
     }
+    specs.nodata = NoDataOf(source_, lines_);
   }
 
   void ReadCells(Grid<double>& cells, ProgressSink& progress) {
@@ -83,7 +66,7 @@ class RasterReading {
     std::size_t held = 0;
     while (held < all.size()) {
       const std::size_t asked = std::min(kCellsPerReport, all.size() - held);
-      const std::size_t count = reader_.ReadNumbers(all.subspan(held, asked));
+      const std::size_t count = source_.Read(all.subspan(held, asked));
       held += count;
       if (count < asked) break;
       if (!progress.Report(100.0 * static_cast<double>(held) / static_cast<double>(all.size()))) {
@@ -95,8 +78,10 @@ class RasterReading {
   }
 
  private:
-  std::int16_t ReadSize(const char* name) {
-    const std::string text = NextHeaderText(reader_);
+  std::string_view Value(int line) const { return HeaderValue(source_.HeaderLines(), line); }
+
+  std::int16_t ReadSize(int line, const char* name) {
+    const std::string text(Value(line));
     const double value = HalfEvenRound(TextToNumber(text));
     using Limits = std::numeric_limits<std::int16_t>;
     if (value >= Limits::min() && value <= Limits::max()) return static_cast<std::int16_t>(value);
@@ -122,7 +107,7 @@ class RasterReading {
     const double last = held > 0 ? all[held - 1] : 0;
     std::fill(all.begin() + static_cast<std::ptrdiff_t>(held), all.end(), last);
     Skip("holds " + std::to_string(held) + " of " + std::to_string(all.size()) + " cells");
-    if (!reader_.Error().empty()) result_.skipped.push_back(reader_.Error());
+    if (!source_.Error().empty()) result_.skipped.push_back(source_.Error());
   }
 
   void Skip(const std::string& reason) {
@@ -130,20 +115,23 @@ class RasterReading {
   }
 
   const fs::path& path_;
-  TokenReader& reader_;
+  const int lines_;  // of the header
+  CellSource& source_;
   RasterRead& result_;
 };
 
 // Reads the map into `cells`; the cells of the result stay empty.
 RasterRead ReadMap(const fs::path& path, Grid<double>& cells, ProgressSink& progress) {
   RasterRead result;
-  Outcome<TokenReader> reader = TokenReader::Open(path);
-  if (!reader.Ok()) {
+  const int lines = CountHeaderLines(path);
+  // Columns and rows are read in any case.
+  Outcome<CellSource> source = CellSource::Open(path, std::max(lines, 2));
+  if (!source.Ok()) {
     cells = {};
-    result.skipped.push_back(reader.Text());
+    result.skipped.push_back(source.Text());
     return result;
   }
-  RasterReading reading(path, reader.Value(), result);
+  RasterReading reading(path, lines, source.Value(), result);
   reading.ReadHeader(cells);
   reading.ReadCells(cells, progress);
   return result;
@@ -152,58 +140,18 @@ RasterRead ReadMap(const fs::path& path, Grid<double>& cells, ProgressSink& prog
 // Gives all cells from here to the end of the file to `take`, a span of them at a time, until it
 // says false.
 template <class Take>
-Outcome<> TakeCells(TokenReader& reader, ProgressSink& progress, Take take) {
+Outcome<> TakeCells(CellSource& source, ProgressSink& progress, Take take) {
   std::array<double, kScanCells> cells;
   for (;;) {
-    const std::size_t count = reader.ReadNumbers(cells);
-    if (!reader.Error().empty()) return Failure{FailureKind::kDisk, reader.Error()};
+    const std::size_t count = source.Read(cells);
+    if (!source.Error().empty()) return Failure{FailureKind::kDisk, source.Error()};
     if (!take(std::span<const double>(cells).first(count))) return Done{};
     if (count < cells.size()) return Done{};
-    if (!progress.Report(reader.Percent())) return Cancelled{};
+    if (!progress.Report(source.Percent())) return Cancelled{};
   }
 }
 
 }  // namespace
-
-std::string_view TextBehindLastBlank(std::string_view line) {
-  const auto blank = std::find_if(line.rbegin(), line.rend(), IsBlank);
-  return line.substr(static_cast<std::size_t>(line.rend() - blank));
-}
-
-bool ClaimsTooMuch(const fs::path& path, int ncols, int nrows) {
-  const std::int64_t count = std::int64_t{std::max(ncols, 0)} * std::max(nrows, 0);
-  std::error_code error;
-  const std::uintmax_t bytes = fs::file_size(path, error);
-  return count > kCellsOnTrust && !error && bytes < static_cast<std::uintmax_t>(count);
-}
-
-int CountHeaderLines(const fs::path& path) {
-  Outcome<TokenReader> reader = TokenReader::Open(path);
-  bool found = false;
-  return reader.Ok() ? TokensBeforeNumber(reader.Value(), kHeaderTokens, found) : 0;
-}
-
-Outcome<HeaderTexts> ReadHeaderTexts(const fs::path& path, int lines) {
-  Outcome<TokenReader> reader = TokenReader::Open(path);
-  if (!reader.Ok()) return reader.Stop();
-  HeaderTexts header;
-  header.complete = true;
-  std::string text;
-  for (int line = 1; line <= lines; ++line) {
-    header.complete = reader.Value().ReadLine(text) && header.complete;
-    header.values.emplace_back(TextBehindLastBlank(text));
-  }
-  if (!reader.Value().Error().empty()) {
-    return Failure{FailureKind::kDisk, reader.Value().Error()};
-  }
-  return header;
-}
-
-std::string ReadNoDataText(const fs::path& path) {
-  if (CountHeaderLines(path) < kNoDataLine) return {};
-  Outcome<HeaderTexts> header = ReadHeaderTexts(path, kNoDataLine);
-  return header.Ok() ? header.Value().values.back() : std::string();
-}
 
 RasterRead ReadRaster(const fs::path& path, ProgressSink& progress) {
   Grid<double> cells;
@@ -225,26 +173,26 @@ RasterCellsRead ReadRasterCells(const fs::path& path, Grid<double>& cells, Progr
 Outcome<> ReadRasterInto(const fs::path& path, Grid<double>& cells, int ncols, int nrows,
                          ProgressSink& progress) {
   const Failure bad{FailureKind::kDamaged, kBadConstraint};
-  Outcome<TokenReader> reader = TokenReader::Open(path);
-  if (!reader.Ok() || ncols > cells.Columns() || nrows > cells.Rows()) return bad;
-  reader.Value().SkipLines(CountHeaderLines(path));
+  Outcome<CellSource> source = CellSource::Open(path, CountHeaderLines(path));
+  if (!source.Ok() || ncols > cells.Columns() || nrows > cells.Rows()) return bad;
   if (ncols < 1) return Done{};
   const auto count = static_cast<std::size_t>(ncols);
   for (int row = 1; row <= nrows; ++row) {
-    if (reader.Value().ReadNumbers(cells.Row(row).first(count)) < count) return bad;
+    if (source.Value().Read(cells.Row(row).first(count)) < count) return bad;
     if (row % 64 == 0 && !progress.Report(100.0 * row / nrows)) return Cancelled{};
   }
   return Done{};
 }
 
 Outcome<RasterRange> ScanRasterRange(const fs::path& path, ProgressSink& progress) {
-  Outcome<TokenReader> reader = TokenReader::Open(path);
-  if (!reader.Ok()) return reader.Stop();
-  const std::optional<double> nodata = ReadNoData(reader.Value(), CountHeaderLines(path));
+  const int lines = CountHeaderLines(path);
+  Outcome<CellSource> source = CellSource::Open(path, lines);
+  if (!source.Ok()) return source.Stop();
+  const std::optional<double> nodata = NoDataOf(source.Value(), lines);
   constexpr double kUnset = std::numeric_limits<double>::infinity();
   double min = kUnset;
   double max = -kUnset;
-  const Outcome<> done = TakeCells(reader.Value(), progress, [&](std::span<const double> cells) {
+  const Outcome<> done = TakeCells(source.Value(), progress, [&](std::span<const double> cells) {
     for (const double value : cells) {
       if (nodata && value == *nodata) continue;
       min = std::min(min, value);
@@ -269,11 +217,11 @@ Outcome<bool> IsValidConstraintFile(const fs::path& path, ProgressSink& progress
     return Failure{FailureKind::kDamaged, path.string() + ": holds no number"};
   }
   if (!found) --lines;  // the last token looked at counts as the first cell
-  Outcome<TokenReader> reader = TokenReader::Open(path);
-  if (!reader.Ok()) return reader.Stop();
-  const std::optional<double> nodata = ReadNoData(reader.Value(), lines);
+  Outcome<CellSource> source = CellSource::Open(path, lines);
+  if (!source.Ok()) return source.Stop();
+  const std::optional<double> nodata = NoDataOf(source.Value(), lines);
   bool valid = true;
-  const Outcome<> done = TakeCells(reader.Value(), progress, [&](std::span<const double> cells) {
+  const Outcome<> done = TakeCells(source.Value(), progress, [&](std::span<const double> cells) {
     valid = std::all_of(cells.begin(), cells.end(), [&](double value) {
       return value == 0 || value == 1 || (nodata && value == *nodata);
     });

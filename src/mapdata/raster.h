@@ -1,8 +1,5 @@
-// ASCII raster maps: a header of five or six lines, then the cells row after row from the north.
-//
-// The readers never look at a header's keys: the lines come in a fixed order (columns, rows, X and
-// Y of the lower left corner, cell size, NODATA), and the value of a line is the text behind its
-// last blank. They do not depend on row breaks either: they take columns times rows tokens,
+// ASCII raster maps: a header of five or six lines (map_header.h), then the cells row after row
+// from the north. The readers do not depend on row breaks: they take columns times rows tokens,
 // separated by blanks or commas. A token that is no number counts as 0.
 #pragma once
 
@@ -10,7 +7,6 @@
 #include <filesystem>
 #include <optional>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "base/grid.h"
@@ -55,31 +51,6 @@ struct RasterCellsRead {
   std::vector<std::string> skipped;
   bool wasCancelled = false;
 };
-
-// The header values of a file as texts, line 1 first. A line that is missing is an empty text.
-struct HeaderTexts {
-  std::vector<std::string> values;
-  bool complete = false;  // no line is missing
-};
-
-// The text behind the last blank of a header line: empty when the line ends in a blank, the whole
-// line when it has none.
-std::string_view TextBehindLastBlank(std::string_view line);
-
-// Whether a header's size cannot be believed: beyond 100 million cells the file must have at least
-// a byte for each of them. Smaller maps may be shorter than their header says.
-bool ClaimsTooMuch(const std::filesystem::path& path, int ncols, int nrows);
-
-// The number of tokens before the first numeric one, of which at most 100 are looked at; for a file
-// with a header this is its number of lines. 0 for a file that cannot be read.
-int CountHeaderLines(const std::filesystem::path& path);
-
-// The values of the first `lines` header lines. Fails when the file cannot be opened or read.
-[[nodiscard]] Outcome<HeaderTexts> ReadHeaderTexts(const std::filesystem::path& path,
-                                                   int lines = 5);
-
-// The NODATA value of a map as its header writes it; empty when it has no such line.
-std::string ReadNoDataText(const std::filesystem::path& path);
 
 // Reads a map. Columns and rows are rounded half to even to 16 bits; what does not fit stays 0, and
 // a side below 1 makes a map without cells. Cells that the file does not hold take the value of the

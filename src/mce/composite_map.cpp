@@ -5,7 +5,7 @@
 #include <cstddef>
 
 #include "mapdata/constraint_mask.h"
-#include "mapdata/raster.h"
+#include "mapdata/map_header.h"
 #include "mce/lane_extremes.h"
 #include "text/numbers.h"
 

@@ -21,7 +21,7 @@
 #include "base/grid.h"
 #include "base/outcome.h"
 #include "base/progress_sink.h"
-#include "mapdata/raster_rows.h"
+#include "mapdata/map_stream.h"
 #include "mapdata/raster_writer.h"
 #include "mce/composite_model.h"
 

@@ -3,7 +3,7 @@
 #include <utility>
 
 #include "mapdata/factor_set.h"
-#include "mapdata/raster.h"
+#include "mapdata/map_header.h"
 
 namespace ormel {
 namespace {

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "base/file_writer.h"
+#include "mapdata/map_stream.h"
 #include "mapdata/raster_writer.h"
 
 namespace ormel {
@@ -32,7 +33,7 @@ std::tm Now() {
 }  // namespace
 
 Outcome<> ScaleComposite(const CompositeMap& map, ProgressSink& progress,
-                         const std::function<void(int, std::span<double>)>& useRow) {
+                         const ScaledRowWatcher& useRow) {
   const CompositeMap::Limits limits = map.ScaleLimits();
   const int nrows = map.Frame().nrows;
   std::vector<double> values(static_cast<std::size_t>(map.Frame().ncols));
@@ -46,24 +47,23 @@ Outcome<> ScaleComposite(const CompositeMap& map, ProgressSink& progress,
 
 Outcome<> WriteComposite(const CompositeMap& map, const CompositeModel& model,
                          const std::string& path, int decimalPlaces, ProgressSink& progress,
-                         const std::function<void(int, std::span<double>)>& watcher) {
+                         const ScaledRowWatcher& watcher) {
   const std::string infoPath = InfoFilePath(path);
   if (infoPath == path) {
     return Failure{FailureKind::kRefused,
                    path + ": the information file would overwrite the map; choose another name"};
   }
-  Outcome<FileWriter> opened = FileWriter::Open(path);
-  if (!opened.Ok()) return opened.Stop();
-  FileWriter& writer = opened.Value();
-  writer.Write(HeaderText(HeaderStyle::kWide14, map.Frame().texts));
-  RowText text(model.ItsRules().rows);
-  const Outcome<> scaled = ScaleComposite(map, progress, [&](int row, std::span<double> values) {
+  const CompositeMap::Limits limits = map.ScaleLimits();
+  const ModelFrame& frame = map.Frame();
+  RowSteps steps;
+  steps.make = [&](int row, std::span<double> values, RowText& text) {
+    map.ScaledRow(row, limits, values);
     for (const double value : values) text.AddRounded(value, decimalPlaces);
-    writer.Write(text.Finish());
-    if (watcher) watcher(row, values);
-  });
-  if (!scaled.Ok()) return scaled.Stop();
-  Outcome<> written = writer.Commit();
+  };
+  steps.use = watcher;
+  Outcome<> written = WriteMap({path, HeaderText(HeaderStyle::kWide14, frame.texts), frame.nrows,
+                                static_cast<std::size_t>(frame.ncols), model.ItsRules().rows},
+                               steps, progress);
   if (!written.Ok()) return written;
   return WriteFile(infoPath, InfoFileText(model, Now()));
 }

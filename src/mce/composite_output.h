@@ -14,11 +14,14 @@
 
 namespace ormel {
 
-// Scales all rows, from the north, and hands each to `useRow` with its number (from 1). The values
-// are not rounded. The text writers round, and so does everything that keeps or draws a value:
+// Sees the scaled rows from the north, each with its number (from 1). The values are not rounded:
+// the text writers round, and so does everything that keeps or draws a value, by
 // HalfEvenRound(value, decimalPlaces).
+using ScaledRowWatcher = std::function<void(int row, std::span<const double> values)>;
+
+// Scales all rows.
 [[nodiscard]] Outcome<> ScaleComposite(const CompositeMap& map, ProgressSink& progress,
-                                       const std::function<void(int, std::span<double>)>& useRow);
+                                       const ScaledRowWatcher& useRow);
 
 // Writes the composite to `path` with cells rounded to `decimalPlaces` (five header lines, rows
 // in the form of the model's rules, 0 where the mask forbids), and then its information file, dated
@@ -27,8 +30,7 @@ namespace ormel {
 // would overwrite the map.
 [[nodiscard]] Outcome<> WriteComposite(const CompositeMap& map, const CompositeModel& model,
                                        const std::string& path, int decimalPlaces,
-                                       ProgressSink& progress,
-                                       const std::function<void(int, std::span<double>)>& watcher);
+                                       ProgressSink& progress, const ScaledRowWatcher& watcher);
 
 // The information file that belongs to the map at `path`: its last three characters become "inf".
 std::string InfoFilePath(const std::string& path);

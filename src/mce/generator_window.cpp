@@ -4,7 +4,7 @@
 #include <cctype>
 #include <cmath>
 
-#include "mapdata/raster.h"
+#include "mapdata/map_header.h"
 #include "mce/composite_output.h"
 #include "mce/composite_picture.h"
 #include "mce/shown_values.h"
@@ -238,7 +238,7 @@ void GeneratorWindow::Generate() {
 bool GeneratorWindow::ScaleTo(const std::string& path) {
   ui::Run run(*this);
   displayHolds_ = kNothing;
-  const auto keep = [this](int row, std::span<double> values) {
+  const auto keep = [this](int row, std::span<const double> values) {
     KeepRow(values, app_.settings.decimalPlaces, display_.Row(row));
   };
   const Outcome<> scaled =

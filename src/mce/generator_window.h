@@ -11,8 +11,8 @@
 
 #include "base/grid.h"
 #include "mapdata/map_preview.h"
+#include "mapdata/map_stream.h"
 #include "mapdata/palette.h"
-#include "mapdata/raster_rows.h"
 #include "mce/composite_map.h"
 #include "mce/composite_model.h"
 #include "parts/app_context.h"

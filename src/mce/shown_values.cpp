@@ -1,6 +1,5 @@
 #include "mce/shown_values.h"
 
-#include "base/file_writer.h"
 #include "mapdata/raster_writer.h"
 #include "text/numbers.h"
 
@@ -32,17 +31,12 @@ Outcome<double> ReadShownValues(const RowsToRead& rows, const CompositeMap& map,
 
 Outcome<> WriteShownValues(const Grid<float>& cells, const ModelFrame& frame,
                            const std::string& path, RowForm form, ProgressSink& progress) {
-  Outcome<FileWriter> opened = FileWriter::Open(path);
-  if (!opened.Ok()) return opened.Stop();
-  FileWriter& writer = opened.Value();
-  writer.Write(HeaderText(HeaderStyle::kWide14, frame.texts));
-  RowText text(form);
-  for (int row = 1; row <= cells.Rows(); ++row) {
+  RowSteps steps;
+  steps.make = [&](int row, std::span<double> /*none*/, RowText& text) {
     for (const float value : cells.Row(row)) text.Add(value);
-    writer.Write(text.Finish());
-    if (row % 5 == 0 && !progress.Report(100.0 * row / cells.Rows())) return Cancelled{};
-  }
-  return writer.Commit();
+  };
+  return WriteMap({path, HeaderText(HeaderStyle::kWide14, frame.texts), cells.Rows(), 0, form},
+                  steps, progress);
 }
 
 }  // namespace ormel

@@ -2,17 +2,13 @@
 
 #include <algorithm>
 #include <bit>
-#include <cerrno>
 #include <cstring>
-#include <system_error>
 #include <utility>
 
 #include "text/numbers.h"
 
 namespace ormel {
 namespace {
-
-namespace fs = std::filesystem;
 
 bool IsLineEnd(char c) { return c == '\r' || c == '\n'; }
 
@@ -130,71 +126,60 @@ const char* ReadPlainCell(const char* from, double& value) {
 
 }  // namespace
 
-Outcome<TokenReader> TokenReader::Open(const fs::path& path, std::size_t bufferBytes) {
-  std::error_code error;
-  const fs::file_status status = fs::status(path, error);
-  if (!fs::exists(status)) return Failure{FailureKind::kNotFound, path.string() + ": is not there"};
-  if (fs::is_directory(status)) return Failure{FailureKind::kDisk, path.string() + ": is a folder"};
-  // Devices and pipes have no end, or cannot be read twice.
-  if (!fs::is_regular_file(status)) {
-    return Failure{FailureKind::kDisk, path.string() + ": is no plain file"};
-  }
+Outcome<TokenReader> TokenReader::Open(const std::filesystem::path& path, std::size_t bufferBytes) {
+  Outcome<InputFile> file = InputFile::Open(path);
+  if (!file.Ok()) return file.Stop();
+  return At(std::move(file.Value()), 0, bufferBytes);
+}
+
+TokenReader TokenReader::At(InputFile file, std::uint64_t offset, std::size_t bufferBytes) {
   TokenReader reader;
-  reader.file_.reset(std::fopen(path.c_str(), "rb"));
-  if (!reader.file_) {
-    return Failure{FailureKind::kDisk, path.string() + ": cannot be read: " + std::strerror(errno)};
-  }
-  std::setvbuf(reader.file_.get(), nullptr, _IONBF, 0);
-  reader.path_ = path.string();
-  const std::uintmax_t size = fs::file_size(path, error);
-  reader.fileBytes_ = error ? 0 : size;
-  // A small file needs no large buffer; devices and pipes have no size.
-  const std::uintmax_t enough = reader.fileBytes_ == 0 ? bufferBytes : reader.fileBytes_ + 1;
-  bufferBytes = static_cast<std::size_t>(std::min<std::uintmax_t>(bufferBytes, enough));
-  reader.buffer_.resize(std::max<std::size_t>(bufferBytes, 1) + 1);
+  reader.file_ = std::move(file);
+  reader.fileBytes_ = reader.file_.Size();
+  reader.bytesRead_ = offset;
+  // A small file needs no large buffer.
+  if (reader.fileBytes_ > 0) bufferBytes = std::min(bufferBytes, reader.fileBytes_ + 1);
+  reader.bufferBytes_ = std::max<std::size_t>(bufferBytes, 1);
+  reader.buffer_ = std::make_unique<char[]>(reader.bufferBytes_ + 1);
+  reader.place_ = reader.end_ = reader.buffer_.get();
   return reader;
 }
 
-TokenReader TokenReader::FromText(std::string text) {
+TokenReader TokenReader::Over(std::string_view text) {
   TokenReader reader;
-  reader.buffer_ = std::move(text);
-  reader.end_ = reader.buffer_.size();
-  reader.buffer_ += '\0';
-  reader.fileBytes_ = reader.bytesRead_ = reader.end_;
+  reader.place_ = text.data();
+  reader.end_ = text.data() + text.size();
+  reader.fileBytes_ = reader.bytesRead_ = text.size();
   return reader;
 }
 
 // Moves what is left to the front of the buffer and reads more behind it. False when nothing came:
 // the buffer is full, or the file has ended.
 bool TokenReader::Fill() {
-  if (!file_) return false;
-  std::memmove(buffer_.data(), buffer_.data() + place_, Left());
-  end_ = Left();
-  place_ = 0;
-  const std::size_t room = buffer_.size() - 1 - end_;
+  if (!file_.IsOpen()) return false;
+  const std::size_t left = Left();
+  std::memmove(buffer_.get(), place_, left);
+  place_ = buffer_.get();
+  end_ = place_ + left;
+  const std::size_t room = bufferBytes_ - left;
   if (room == 0) return false;
-  const std::size_t count = std::fread(buffer_.data() + end_, 1, room, file_.get());
+  const std::size_t count = file_.ReadAt(bytesRead_, {buffer_.get() + left, room}, error_);
   end_ += count;
   bytesRead_ += count;
-  buffer_[end_] = '\0';
-  if (count < room) {
-    if (std::ferror(file_.get()) != 0) {
-      error_ = path_ + ": cannot be read to its end: " + std::strerror(errno);
-    }
-    file_.reset();
-  }
+  buffer_[left + count] = '\0';
+  if (count < room) file_ = {};
   return count > 0;
 }
 
 bool TokenReader::Peek(char& c) {
-  if (Left() == 0 && !Fill()) return false;
-  c = buffer_[place_];
+  if (place_ == end_ && !Fill()) return false;
+  c = *place_;
   return true;
 }
 
 // Takes `count` bytes of the buffer to the end of `text`, as far as a text may grow.
 void TokenReader::Take(std::string& text, std::size_t count) {
-  text.append(buffer_, place_, std::min(count, kLongestText - text.size()));
+  text.append(place_, std::min(count, kLongestText - text.size()));
   place_ += count;
 }
 
@@ -202,9 +187,7 @@ void TokenReader::Take(std::string& text, std::size_t count) {
 template <class Predicate>
 void TokenReader::TakeUntil(std::string& text, Predicate ends) {
   for (char c; Peek(c) && !ends(c);) {
-    const auto from = buffer_.begin() + static_cast<std::ptrdiff_t>(place_);
-    const auto to = buffer_.begin() + static_cast<std::ptrdiff_t>(end_);
-    Take(text, static_cast<std::size_t>(std::find_if(from, to, ends) - from));
+    Take(text, static_cast<std::size_t>(std::find_if(place_, end_, ends) - place_));
   }
 }
 
@@ -232,7 +215,7 @@ bool TokenReader::ReadLine(std::string& line) {
   if (Left() == 0 && !Fill()) return false;
   do {
     const std::size_t piece = std::min(Left(), kLinePiece);
-    const std::size_t length = BytesBeforeLineEnd(buffer_.data() + place_, piece);
+    const std::size_t length = BytesBeforeLineEnd(place_, piece);
     Take(line, length);
     if (length < piece) break;
   } while (Left() > 0 || Fill());
@@ -271,9 +254,8 @@ bool TokenReader::Next(std::string_view& token) {
 // Reads plain cells as long as they come and lie in the buffer. Returns how many there were.
 std::size_t TokenReader::ReadPlainCells(std::span<double> cells) {
   if (Left() < kPlainBytes) return 0;
-  const char* const from = buffer_.data() + place_;
-  const char* const last = buffer_.data() + end_ - kPlainBytes;
-  const char* p = from;
+  const char* const last = end_ - kPlainBytes;
+  const char* p = place_;
   std::size_t count = 0;
   while (count < cells.size() && p <= last) {
     const char* next = ReadPlainCell(p, cells[count]);
@@ -281,7 +263,7 @@ std::size_t TokenReader::ReadPlainCells(std::span<double> cells) {
     p = next;
     ++count;
   }
-  place_ += static_cast<std::size_t>(p - from);
+  place_ = p;
   return count;
 }
 
@@ -301,8 +283,7 @@ std::size_t TokenReader::ReadNumbers(std::span<double> cells) {
 
 double TokenReader::Percent() const {
   if (fileBytes_ == 0) return 100;
-  const auto taken = static_cast<double>(bytesRead_ - Left());
-  return std::min(100.0, 100 * taken / static_cast<double>(fileBytes_));
+  return std::min(100.0, 100 * static_cast<double>(Offset()) / static_cast<double>(fileBytes_));
 }
 
 }  // namespace ormel

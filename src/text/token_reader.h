@@ -15,13 +15,13 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <cstdio>
 #include <filesystem>
 #include <memory>
 #include <span>
 #include <string>
 #include <string_view>
 
+#include "base/input_file.h"
 #include "base/outcome.h"
 
 namespace ormel {
@@ -31,12 +31,14 @@ class TokenReader {
   static constexpr std::size_t kBufferBytes = 128 * 1024;
   static constexpr std::size_t kLongestText = 1024 * 1024;
 
-  // Fails with a text that names the path: kNotFound when it is not there, kDisk when it is a
-  // folder, a device or a pipe, or cannot be read. `bufferBytes` (at least 1) decides on speed
-  // alone.
+  // Fails as InputFile::Open() does. `bufferBytes` (at least 1) decides on speed alone.
   [[nodiscard]] static Outcome<TokenReader> Open(const std::filesystem::path& path,
                                                  std::size_t bufferBytes = kBufferBytes);
-  static TokenReader FromText(std::string text);
+  // Reads on in an open file, which several readers may share, from `offset`, where a line begins.
+  static TokenReader At(InputFile file, std::uint64_t offset,
+                        std::size_t bufferBytes = kBufferBytes);
+  // Reads a text where it stands. Behind it stands a 0, as behind every std::string and literal.
+  static TokenReader Over(std::string_view text);
 
   // The next line, without its end, into `line`. False at the end of the file. Behind a token: what
   // is left of the line behind its separator.
@@ -52,6 +54,8 @@ class TokenReader {
   // fewer than asked for only at the end of the file.
   std::size_t ReadNumbers(std::span<double> cells);
 
+  // The next byte to be read, counted in the file from 0.
+  std::uint64_t Offset() const { return bytesRead_ - Left(); }
   // How much of the file has been read, 0 to 100; for progress bars.
   double Percent() const;
 
@@ -59,12 +63,8 @@ class TokenReader {
   const std::string& Error() const { return error_; }
 
  private:
-  struct Closer {
-    void operator()(std::FILE* file) const { std::fclose(file); }
-  };
-
   TokenReader() = default;
-  std::size_t Left() const { return end_ - place_; }
+  std::size_t Left() const { return static_cast<std::size_t>(end_ - place_); }
   bool Fill();
   bool Peek(char& c);
   void Take(std::string& text, std::size_t count);
@@ -74,13 +74,13 @@ class TokenReader {
   void SkipSeparator();
   std::size_t ReadPlainCells(std::span<double> cells);
 
-  std::string buffer_;
-  std::size_t place_ = 0;                    // the next byte of the buffer
-  std::size_t end_ = 0;                      // behind the last byte of the buffer
-  std::unique_ptr<std::FILE, Closer> file_;  // null: all that is left lies in the buffer
-  std::uintmax_t fileBytes_ = 0;
-  std::uintmax_t bytesRead_ = 0;  // those in the buffer included
-  std::string path_;
+  InputFile file_;                  // closed: all that is left lies in the buffer
+  std::unique_ptr<char[]> buffer_;  // null: a text is read where it stands
+  std::size_t bufferBytes_ = 0;
+  const char* place_ = nullptr;  // the next byte
+  const char* end_ = nullptr;    // behind the last byte that is there; a 0 stands there
+  std::uint64_t fileBytes_ = 0;
+  std::uint64_t bytesRead_ = 0;  // those in the buffer included
   std::string token_;
   std::string error_;
 };

@@ -5,7 +5,7 @@
 #include <cstdlib>
 #include <iterator>
 
-#include "base/file_writer.h"
+#include "mapdata/map_stream.h"
 #include "mapdata/raster_writer.h"
 #include "text/numbers.h"
 
@@ -68,22 +68,18 @@ Outcome<> ConvertImage(const ImageConversion& job, ProgressSink& progress) {
   const int columns = job.image.Width();
   const double cellsize = (job.upperRight.x - job.lowerLeft.x) / columns;
   const int rows = RowsOf(job, cellsize);
-  Outcome<FileWriter> file = FileWriter::Open(job.target);
-  if (!file.Ok()) return file.Stop();
-  file.Value().Write(HeaderText(HeaderStyle::kWide14, {NumberText(static_cast<double>(columns)),
-                                                       NumberText(static_cast<double>(rows)),
-                                                       NumberText(job.lowerLeft.x),
-                                                       NumberText(job.lowerLeft.y),
-                                                       NumberText(cellsize),
-                                                       {}}));
-  RowText text;
-  for (int row = 0; row < rows; ++row) {
-    const auto y = static_cast<int>(static_cast<long long>(row) * job.image.Height() / rows);
+  const HeaderValues header{NumberText(static_cast<double>(columns)),
+                            NumberText(static_cast<double>(rows)),
+                            NumberText(job.lowerLeft.x),
+                            NumberText(job.lowerLeft.y),
+                            NumberText(cellsize),
+                            {}};
+  RowSteps steps;
+  steps.make = [&](int row, std::span<double> /*none*/, RowText& text) {
+    const auto y = static_cast<int>((row - 1LL) * job.image.Height() / rows);
     for (int x = 0; x < columns; ++x) text.Add(PixelValue(job.name, job.image.Pixel(x, y)));
-    file.Value().Write(text.Finish());
-    if (!progress.Report(100.0 * (row + 1) / rows)) return Cancelled{};
-  }
-  return file.Value().Commit();
+  };
+  return WriteMap({job.target, HeaderText(HeaderStyle::kWide14, header), rows}, steps, progress);
 }
 
 }  // namespace ormel

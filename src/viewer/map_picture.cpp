@@ -6,14 +6,15 @@
 #include <span>
 #include <utility>
 
+#include "base/parallel_rows.h"
+#include "mapdata/cell_source.h"
+#include "mapdata/map_header.h"
 #include "text/numbers.h"
-#include "text/token_reader.h"
 
 namespace ormel {
 namespace {
 
 constexpr int kSpecsLines = 5;
-constexpr int kNoDataLine = 6;
 constexpr int kRowsBetweenReports = 10;
 constexpr std::size_t kCellsBehindMap = 4096;  // read at once
 
@@ -99,12 +100,12 @@ void MakeRoom(const std::string& path, const std::optional<ViewSpecs>& wanted, M
 }
 
 // Fills the grid row by row.
-Outcome<> ReadCells(TokenReader& reader, MapValues& map, RangeOfValues& range,
+Outcome<> ReadCells(CellSource& source, MapValues& map, RangeOfValues& range,
                     ProgressSink& progress) {
   const int rows = map.cells.Rows();
   for (int row = 1; row <= rows; ++row) {
     const std::span<double> cells = map.cells.Row(row);
-    const std::size_t count = reader.ReadNumbers(cells);
+    const std::size_t count = source.Read(cells);
     range.Add(cells.first(count));
     if (count < cells.size()) {
       map.fault = "it ends in row " + std::to_string(row) + " of " + std::to_string(rows);
@@ -116,13 +117,13 @@ Outcome<> ReadCells(TokenReader& reader, MapValues& map, RangeOfValues& range,
 }
 
 // What stands behind the last cell belongs to the range, too: so maps are judged everywhere.
-Outcome<> ReadRest(TokenReader& reader, RangeOfValues& range, ProgressSink& progress) {
+Outcome<> ReadRest(CellSource& source, RangeOfValues& range, ProgressSink& progress) {
   std::array<double, kCellsBehindMap> values;
   for (;;) {
-    const std::size_t count = reader.ReadNumbers(values);
+    const std::size_t count = source.Read(values);
     range.Add(std::span<const double>(values).first(count));
     if (count < values.size()) return Done{};
-    if (!progress.Report(reader.Percent())) return Cancelled{};
+    if (!progress.Report(source.Percent())) return Cancelled{};
   }
 }
 
@@ -153,6 +154,19 @@ class CellColours {
   double nodata_;
 };
 
+// Hears how far the work is, and cannot stop it.
+class Unstoppable final : public ProgressSink {
+ public:
+  explicit Unstoppable(ProgressSink& told) : told_(told) {}
+  bool Report(double percent) override {
+    (void)told_.Report(percent);
+    return true;
+  }
+
+ private:
+  ProgressSink& told_;
+};
+
 }  // namespace
 
 MapPoint PointAt(const ViewSpecs& specs, MapFraction place) {
@@ -177,20 +191,19 @@ Outcome<MapValues> ReadMapValues(const std::string& path, const std::optional<Vi
                                  ProgressSink& progress) {
   const Outcome<MapHeader> header = ReadMapHeader(path);
   if (!header.Ok()) return header.Stop();
-  Outcome<TokenReader> opened = TokenReader::Open(path);
+  Outcome<CellSource> opened = CellSource::Open(path, header.Value().lines);
   if (!opened.Ok()) return opened.Stop();
-  TokenReader& reader = opened.Value();
-  reader.SkipLines(header.Value().lines);
+  CellSource& source = opened.Value();
 
   MapValues map;
   map.specs = header.Value().specs;
   map.nodata = header.Value().nodata;
   MakeRoom(path, wanted, map);
   RangeOfValues range(map.nodata);
-  Outcome<> read = ReadCells(reader, map, range, progress);
-  if (read.Ok()) read = ReadRest(reader, range, progress);
+  Outcome<> read = ReadCells(source, map, range, progress);
+  if (read.Ok()) read = ReadRest(source, range, progress);
   if (!read.Ok()) return read.Stop();
-  if (!reader.Error().empty()) return Failure{FailureKind::kDisk, reader.Error()};
+  if (!source.Error().empty()) return Failure{FailureKind::kDisk, source.Error()};
   if (!map.fault.empty()) map.cells = {};
   map.range = range.Range();
   return map;
@@ -203,12 +216,18 @@ void DrawPicture(MapPicture& picture, Colour constraintColor, ProgressSink& prog
     picture.image = Canvas(columns, rows);
   }
   const CellColours colourOf(picture, constraintColor);
-  std::vector<Colour> colours(static_cast<std::size_t>(columns));
-  for (int row = 1; row <= rows; ++row) {
-    colourOf.Row(picture.cells.Row(row), colours);
-    picture.image.SetRow(row - 1, colours);
-    if (row % kRowsBetweenReports == 0) (void)progress.Report(100.0 * row / rows);
-  }
+  std::vector<std::vector<Colour>> colours(
+      static_cast<std::size_t>(OrderedPieces::SlotsFor(ThreadCount())),
+      std::vector<Colour>(static_cast<std::size_t>(columns)));
+  const auto draw = [&](const Band& band) {
+    std::vector<Colour>& line = colours[static_cast<std::size_t>(band.slot)];
+    for (int row = band.first; row <= band.last; ++row) {
+      colourOf.Row(picture.cells.Row(row), line);
+      picture.image.SetRow(row - 1, line);
+    }
+  };
+  Unstoppable told(progress);
+  (void)RunBands(rows, kRowsBetweenReports, {{}, draw, {}}, told);
 }
 
 ScaleEnds EndsOfScale(const MapPicture& picture) {

@@ -1,57 +1,34 @@
 #include "viewer/region_export.h"
 
 #include <cmath>
+#include <iterator>
 #include <span>
 #include <utility>
 #include <vector>
 
-#include "base/file_writer.h"
+#include "mapdata/map_stream.h"
 #include "mapdata/raster_writer.h"
 #include "text/numbers.h"
-#include "text/token_reader.h"
 
 namespace ormel {
 namespace {
 
-constexpr int kChangedLines = 4;  // columns, rows and the corner
-
 // The first four lines with the region's values behind their keys, the others as they are.
-void WriteHeader(const RegionExport& job, const RegionCells& region, TokenReader& reader,
-                 FileWriter& file) {
+std::string RegionHeader(const RegionExport& job, const RegionCells& region,
+                         std::vector<std::string> lines) {
   const ViewSpecs& specs = job.specs;
-  const double values[kChangedLines] = {
+  const double values[] = {
       region.newCols, region.newRows, specs.xllcorner + region.startCol * specs.cellsize,
       specs.yllcorner + specs.cellsize * (specs.nrows - region.startRow - region.newRows)};
-  const int lines = CountHeaderLines(job.source);
-  std::string line;
-  for (int i = 0; i < lines && reader.ReadLine(line); ++i) {
-    if (i < kChangedLines) {
-      line.erase(line.size() - TextBehindLastBlank(line).size());
-      line += NumberText(values[i]);
+  std::string header;
+  for (std::size_t i = 0; i < lines.size(); ++i) {
+    if (i < std::size(values)) {
+      lines[i].erase(lines[i].size() - TextBehindLastBlank(lines[i]).size());
+      lines[i] += NumberText(values[i]);
     }
-    file.Write(line + "\r\n");
+    header += lines[i] + "\r\n";
   }
-}
-
-Outcome<> WriteRows(const RegionExport& job, const RegionCells& region, TokenReader& reader,
-                    FileWriter& file, ProgressSink& progress) {
-  std::vector<double> cells(static_cast<std::size_t>(job.specs.ncols));
-  const auto kept = std::span<const double>(cells).subspan(
-      static_cast<std::size_t>(region.startCol), static_cast<std::size_t>(region.newCols));
-  RowText text;
-  for (double row = 1; row <= job.specs.nrows; ++row) {
-    if (reader.ReadNumbers(cells) < cells.size()) {
-      return Failure{FailureKind::kDamaged, reader.Error().empty()
-                                                ? job.source + ": ends in row " + NumberText(row)
-                                                : reader.Error()};
-    }
-    if (row > region.startRow && row <= region.startRow + region.newRows) {
-      for (const double cell : kept) text.Add(cell);
-      file.Write(text.Finish());
-    }
-    if (!progress.Report(100 * row / job.specs.nrows)) return Cancelled{};
-  }
-  return Done{};
+  return header;
 }
 
 }  // namespace
@@ -72,14 +49,30 @@ Outcome<> ExportRegion(const RegionExport& job, ProgressSink& progress) {
     return Failure{FailureKind::kRefused,
                    job.source + ": has changed since it was loaded; open it again"};
   }
-  Outcome<TokenReader> reader = TokenReader::Open(job.source);
-  if (!reader.Ok()) return reader.Stop();
-  Outcome<FileWriter> file = FileWriter::Open(job.target);
-  if (!file.Ok()) return file.Stop();
-  WriteHeader(job, region, reader.Value(), file.Value());
-  const Outcome<> written = WriteRows(job, region, reader.Value(), file.Value(), progress);
-  if (!written.Ok()) return written;
-  return file.Value().Commit();
+  Outcome<RowSource> source =
+      RowSource::Open({job.source, CountHeaderLines(job.source), static_cast<int>(job.specs.ncols),
+                       static_cast<int>(job.specs.nrows)});
+  if (!source.Ok()) return source.Stop();
+  const auto kept = static_cast<std::size_t>(region.newCols);
+  const auto skipped = static_cast<int>(region.startRow);
+  const auto rows = static_cast<int>(region.newRows);
+  const int behind = static_cast<int>(job.specs.nrows) - skipped - rows;
+  RowSteps steps;
+  steps.read = [&](int row, std::span<double> cells) {
+    Outcome<> read = row == 1 ? source.Value().SkipRows(skipped) : Done{};
+    if (read.Ok()) read = source.Value().ReadRow(cells);
+    // The map is read to its end: one that is damaged behind the region is no map, either.
+    if (read.Ok() && row == rows) read = source.Value().SkipRows(behind);
+    return read;
+  };
+  steps.make = [&](int, std::span<double> cells, RowText& text) {
+    for (const double cell : cells.subspan(static_cast<std::size_t>(region.startCol), kept)) {
+      text.Add(cell);
+    }
+  };
+  return WriteMap({job.target, RegionHeader(job, region, source.Value().HeaderLines()), rows,
+                   static_cast<std::size_t>(job.specs.ncols)},
+                  steps, progress);
 }
 
 }  // namespace ormel

@@ -7,6 +7,7 @@
 #include <random>
 
 #include "mapdata/constraint_mask.h"
+#include "mapdata/map_header.h"
 #include "mapdata/raster.h"
 #include "support/temporary_folder.h"
 

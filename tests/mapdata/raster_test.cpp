@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "mapdata/map_header.h"
 #include "support/temporary_folder.h"
 
 namespace ormel {

@@ -75,16 +75,16 @@ TEST(TokenReader, SplitsTextIntoTokensAndLines) {
       {"\"open, 1", {"open, 1"}},
       {"\"\",\"\"", {"", ""}}};
   for (const auto& [text, tokens] : cases) {
-    EXPECT_EQ(Tokens(TokenReader::FromText(text)), tokens) << text;
+    EXPECT_EQ(Tokens(TokenReader::Over(text)), tokens) << text;
   }
-  EXPECT_EQ(Lines(TokenReader::FromText("a\r\nb\nc\rd\r\r\n\ne")),
+  EXPECT_EQ(Lines(TokenReader::Over("a\r\nb\nc\rd\r\r\n\ne")),
             (Texts{"a", "b", "c", "d", "", "", "e"}));
-  EXPECT_EQ(Lines(TokenReader::FromText("a\n")), Texts{"a"});
-  EXPECT_EQ(Lines(TokenReader::FromText("")), Texts{});
+  EXPECT_EQ(Lines(TokenReader::Over("a\n")), Texts{"a"});
+  EXPECT_EQ(Lines(TokenReader::Over("")), Texts{});
 }
 
 TEST(TokenReader, TokensAndLinesMayTakeTurns) {
-  TokenReader reader = TokenReader::FromText("1 2 rest\r\nnext\r\n3,4 5");
+  TokenReader reader = TokenReader::Over("1 2 rest\r\nnext\r\n3,4 5");
   std::string_view token;
   std::string line;
   ASSERT_TRUE(reader.Next(token) && reader.ReadLine(line));
@@ -100,9 +100,9 @@ TEST(TokenReader, TokensAndLinesMayTakeTurns) {
 TEST(TokenReader, TextWithoutAnEndIsCut) {
   const std::string endless(3 * TokenReader::kLongestText, 'x');
   const Texts cut = {endless.substr(0, TokenReader::kLongestText), "5"};
-  EXPECT_TRUE(Tokens(TokenReader::FromText(endless + "\r\n5")) == cut);
-  EXPECT_TRUE(Tokens(TokenReader::FromText("\"" + endless + "\"\r\n5")) == cut);
-  EXPECT_TRUE(Lines(TokenReader::FromText(endless + "\r\n5")) == cut);
+  EXPECT_TRUE(Tokens(TokenReader::Over(endless + "\r\n5")) == cut);
+  EXPECT_TRUE(Tokens(TokenReader::Over("\"" + endless + "\"\r\n5")) == cut);
+  EXPECT_TRUE(Lines(TokenReader::Over(endless + "\r\n5")) == cut);
 }
 
 // Pieces of cells, odd and plain, strung together at random.
@@ -129,8 +129,8 @@ TEST(TokenReader, CellsReadAtOnceEqualCellsReadByToken) {
     if (i % 3 == 0 && !text.empty()) text[random() % text.size()] = static_cast<char>(random());
     // Behind the text lie cells enough for it to be read on the fast road to its end.
     text += i % 2 == 0 ? std::string() : "\r\n" + std::string(60, ' ') + "1 2 3";
-    ASSERT_EQ(NumbersAtOnce(TokenReader::FromText(text), 1 + i % 50),
-              NumbersByToken(TokenReader::FromText(text)))
+    ASSERT_EQ(NumbersAtOnce(TokenReader::Over(text), 1 + i % 50),
+              NumbersByToken(TokenReader::Over(text)))
         << ::testing::PrintToString(text);
   }
 }
@@ -143,9 +143,9 @@ TEST(TokenReader, TheBufferSizeChangesNothing) {
     std::string text = "ncols 5\r\n\"quo,\rted\" \t, \r\n";
     while (text.size() < 400) text += RandomCells(random);
     const auto path = folder.Write("cells", text);
-    const auto tokens = Tokens(TokenReader::FromText(text));
-    const auto lines = Lines(TokenReader::FromText(text));
-    const auto numbers = NumbersByToken(TokenReader::FromText(text));
+    const auto tokens = Tokens(TokenReader::Over(text));
+    const auto lines = Lines(TokenReader::Over(text));
+    const auto numbers = NumbersByToken(TokenReader::Over(text));
     for (std::size_t bytes = 1; bytes < 220; ++bytes) {
       const auto open = [&] { return std::move(TokenReader::Open(path, bytes).Value()); };
       ASSERT_EQ(Tokens(open()), tokens) << bytes;

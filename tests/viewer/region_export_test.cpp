@@ -73,7 +73,7 @@ TEST_F(RegionExportTest, FailuresLeaveTheOldFile) {
     EXPECT_NE(Exported({}), text);
   }
   folder.Write("map.asc", text.substr(0, text.size() - 6));
-  EXPECT_EQ(Exported({}), source + ": ends in row 8");
+  EXPECT_EQ(Exported({}), source + ": ends in row 8 of 8");
   std::filesystem::remove(source);
   EXPECT_NE(Exported({}).find("map.asc"), std::string::npos);
   EXPECT_EQ(ReadText(folder / "out.asc"), "old");

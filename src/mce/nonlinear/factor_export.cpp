@@ -1,7 +1,6 @@
 #include "mce/nonlinear/factor_export.h"
 
-#include "base/file_writer.h"
-#include "mapdata/raster.h"
+#include "mapdata/map_header.h"
 #include "mce/composite_model.h"
 #include "text/numbers.h"
 
@@ -27,19 +26,16 @@ void AddCell(RowText& text, const FactorExport& job, double value, double nodata
 }  // namespace
 
 Outcome<> ExportFactor(const FactorExport& job, ProgressSink& progress) {
-  Outcome<FileWriter> file = FileWriter::Open(job.target);
-  if (!file.Ok()) return file.Stop();
-  FileWriter& writer = file.Value();
-  writer.Write(HeaderText(HeaderStyle::kWide14NoData, HeaderOf(job)));
-  RowText text;
-  const Outcome<std::string> read =
-      ReadRows(job.source, progress, [&](int, std::span<const double> cells, double nodata) {
-        for (const double cell : cells) AddCell(text, job, cell, nodata);
-        writer.Write(text.Finish());
-      });
-  if (!read.Ok()) return read.Stop();
-  if (!read.Value().empty()) return Failure{FailureKind::kDamaged, read.Value()};
-  return writer.Commit();
+  Outcome<RowSource> source = RowSource::Open(job.source);
+  if (!source.Ok()) return source.Stop();
+  RowSteps steps;
+  steps.read = [&](int, std::span<double> cells) { return source.Value().ReadRow(cells); };
+  steps.make = [&, nodata = source.Value().NoData()](int, std::span<double> cells, RowText& text) {
+    for (const double cell : cells) AddCell(text, job, cell, nodata);
+  };
+  return WriteMap({job.target, HeaderText(HeaderStyle::kWide14NoData, HeaderOf(job)),
+                   job.source.nrows, static_cast<std::size_t>(job.source.ncols)},
+                  steps, progress);
 }
 
 }  // namespace ormel

@@ -6,7 +6,7 @@
 
 #include "base/outcome.h"
 #include "base/progress_sink.h"
-#include "mapdata/raster_rows.h"
+#include "mapdata/map_stream.h"
 #include "mapdata/raster_writer.h"
 #include "mce/nonlinear/weight_graph.h"
 
