@@ -92,9 +92,9 @@ class Stroke {
 
 Canvas::Canvas(int width, int height, Colour ground)
     : width_(width > 0 && height > 0 ? width : 0), height_(width > 0 && height > 0 ? height : 0) {
-  pixels_.resize(static_cast<std::size_t>(width_) * static_cast<std::size_t>(height_) *
-                 kBytesPerPixel);
-  Clear(ground);
+  const std::size_t pixels = static_cast<std::size_t>(width_) * static_cast<std::size_t>(height_);
+  pixels_.assign(pixels * kBytesPerPixel, Red(ground));
+  if (ground != Rgb(Red(ground), Red(ground), Red(ground))) Clear(ground);
 }
 
 void Canvas::SetScale(double left, double top, double right, double bottom) {

@@ -3,7 +3,9 @@
 
 #include <cassert>
 #include <cstddef>
+#include <cstdlib>
 #include <exception>
+#include <new>
 #include <span>
 #include <string>
 #include <vector>
@@ -11,6 +13,29 @@
 #include "base/outcome.h"
 
 namespace ormel {
+
+// Memory that the system gives out as zeros: large blocks of it take shape only when they are
+// touched. For numbers.
+template <class T>
+struct ZeroedMemory {
+  using value_type = T;
+
+  ZeroedMemory() = default;
+  template <class U>
+  explicit ZeroedMemory(const ZeroedMemory<U>& /*other*/) {}
+
+  T* allocate(std::size_t count) {
+    void* memory = std::calloc(count, sizeof(T));
+    if (memory == nullptr) throw std::bad_alloc();
+    return static_cast<T*>(memory);
+  }
+  void deallocate(T* memory, std::size_t /*count*/) { std::free(memory); }
+
+  void construct(T* /*place*/) {}  // it is 0 already
+  void construct(T* place, const T& value) { *place = value; }
+
+  bool operator==(const ZeroedMemory&) const = default;
+};
 
 template <class T>
 class Grid {
@@ -20,7 +45,9 @@ class Grid {
   Grid(int columns, int rows, T value = T{})
       : columns_(columns > 0 && rows > 0 ? columns : 0),
         rows_(columns > 0 && rows > 0 ? rows : 0),
-        cells_(static_cast<std::size_t>(columns_) * static_cast<std::size_t>(rows_), value) {}
+        cells_(static_cast<std::size_t>(columns_) * static_cast<std::size_t>(rows_)) {
+    if (value != T{}) Fill(value);
+  }
 
   int Columns() const { return columns_; }
   int Rows() const { return rows_; }
@@ -55,7 +82,7 @@ class Grid {
 
   int columns_ = 0;
   int rows_ = 0;
-  std::vector<T> cells_;
+  std::vector<T, ZeroedMemory<T>> cells_;
 };
 
 // A grid of `columns` by `rows` cells that hold `value`, or a failure of kind kTooLarge that names

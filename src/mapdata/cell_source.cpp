@@ -13,12 +13,10 @@
 namespace ormel {
 namespace {
 
-constexpr std::size_t kPieceBytes = 128 * 1024;
 // Read behind a piece at once for the end of its last line. Lines beyond the longest text are left
 // to the token reader, which cuts them.
 constexpr std::size_t kBytesBehind = 8 * 1024;
 constexpr std::size_t kMostBytesBehind = TokenReader::kLongestText;
-constexpr std::size_t kFirstCells = kPieceBytes / 4;
 
 // The lines that begin in a stretch of the file, and their cells.
 struct Piece {
@@ -88,7 +86,7 @@ class PieceReading {
     piece_.text[end] = '\0';
     TokenReader reader = TokenReader::Over({piece_.text.data() + begin, end - begin});
     std::vector<double>& cells = piece_.cells;
-    if (cells.empty()) cells.resize(kFirstCells);
+    if (cells.empty()) cells.resize(own_ / 4 + 1);
     while (true) {
       piece_.count += reader.ReadNumbers(std::span(cells).subspan(piece_.count));
       if (piece_.count < cells.size()) return;
@@ -109,6 +107,7 @@ class PieceReading {
 struct CellSource::Reading {
   InputFile file;
   std::vector<std::string> header;
+  std::size_t pieceBytes = 0;
   std::uint64_t start = 0;            // the byte behind the header
   std::optional<TokenReader> serial;  // reads on from where the pieces have ended
   std::vector<Piece> pieces;          // by slot
@@ -130,7 +129,7 @@ struct CellSource::Reading {
   }
 
   std::uint64_t StartOf(std::int64_t piece) const {
-    return start + static_cast<std::uint64_t>(piece) * kPieceBytes;
+    return start + static_cast<std::uint64_t>(piece) * pieceBytes;
   }
 
   // The next piece with cells becomes what is left. False when the pieces have ended.
@@ -150,17 +149,19 @@ struct CellSource::Reading {
   }
 };
 
-Outcome<CellSource> CellSource::Open(const std::filesystem::path& path, int headerLines) {
+Outcome<CellSource> CellSource::Open(const std::filesystem::path& path, int headerLines,
+                                     std::size_t pieceBytes) {
   Outcome<InputFile> file = InputFile::Open(path);
   if (!file.Ok()) return file.Stop();
   auto reading = std::make_unique<Reading>();
   reading->file = file.Value();
+  reading->pieceBytes = pieceBytes;
   TokenReader header = TokenReader::At(file.Value(), 0);
   std::string line;
   for (int i = 1; i <= headerLines && header.ReadLine(line); ++i) reading->header.push_back(line);
   reading->start = reading->taken = header.Offset();
   const int threads = ThreadCount();
-  if (threads > 1 && file.Value().Size() > reading->start + kPieceBytes) {
+  if (threads > 1 && file.Value().Size() > reading->start + pieceBytes) {
     reading->ReadInPieces(threads);
   } else {
     reading->serial = std::move(header);

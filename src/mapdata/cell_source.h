@@ -16,8 +16,12 @@ namespace ormel {
 
 class CellSource {
  public:
-  // Stands behind the first `headerLines` lines of the file. Fails as TokenReader::Open() does.
-  [[nodiscard]] static Outcome<CellSource> Open(const std::filesystem::path& path, int headerLines);
+  static constexpr std::size_t kPieceBytes = 128 * 1024;
+
+  // Stands behind the first `headerLines` lines of the file. Fails as InputFile::Open() does.
+  // `pieceBytes` (at least 2) decides on speed alone.
+  [[nodiscard]] static Outcome<CellSource> Open(const std::filesystem::path& path, int headerLines,
+                                                std::size_t pieceBytes = kPieceBytes);
 
   CellSource(CellSource&&) noexcept;
   CellSource& operator=(CellSource&&) = delete;

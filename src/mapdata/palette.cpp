@@ -74,21 +74,12 @@ Canvas ColourScale(const Palette& palette) {
   return scale;
 }
 
-int ColourNumber(double value) {
-  if (!(value > 0)) return 0;  // what is not a number, too
-  return static_cast<int>(HalfEvenRound(std::min<double>(value, kLastColour)));
-}
-
 std::optional<int> ColourNumberAsItStands(double value) {
-  if (!(value >= 0 && value <= kLastColour)) return std::nullopt;
+  if (!HasColourNumber(value)) return std::nullopt;
   return ColourNumber(value);
 }
 
 UnscaledColours::UnscaledColours(const RasterRange& range)
     : min_(range.min), range_((range.max == range.min ? range.max + 1 : range.max) - range.min) {}
-
-int UnscaledColours::Number(double value) const {
-  return ColourNumber(kLastColour * (value - min_) / range_);
-}
 
 }  // namespace ormel

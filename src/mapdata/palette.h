@@ -16,6 +16,7 @@
 #include "base/colour.h"
 #include "base/outcome.h"
 #include "mapdata/raster.h"
+#include "text/numbers.h"
 
 namespace ormel {
 
@@ -50,10 +51,15 @@ Canvas ColourScale(const Palette& palette);
 
 // The colour number of a value of a scaled map: the nearest whole number, ties to even (126.5 is
 // 126, 127.5 is 128). Values outside 0 to 255 take the nearer end.
-int ColourNumber(double value);
+inline int ColourNumber(double value) {
+  constexpr double kLast = kPaletteColours - 1;
+  if (!(value > 0)) return 0;  // what is not a number, too
+  return static_cast<int>(RoundSmall(value < kLast ? value : kLast));
+}
 
 // The colour number of a value of an unscaled map that is viewed as it stands. None outside 0 to
 // 255.
+inline bool HasColourNumber(double value) { return value >= 0 && value <= kPaletteColours - 1; }
 std::optional<int> ColourNumberAsItStands(double value);
 
 // The colour numbers of an unscaled map that is viewed in a scaled version: its smallest value has
@@ -63,7 +69,9 @@ class UnscaledColours {
   explicit UnscaledColours(const RasterRange& range);
 
   // `value` is a value of that map, not its NODATA.
-  int Number(double value) const;
+  int Number(double value) const {
+    return ColourNumber((kPaletteColours - 1) * (value - min_) / range_);
+  }
 
  private:
   double min_;

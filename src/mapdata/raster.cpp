@@ -184,28 +184,34 @@ Outcome<> ReadRasterInto(const fs::path& path, Grid<double>& cells, int ncols, i
   return Done{};
 }
 
+void ValueRange::Add(std::span<const double> values) {
+  LaneExtremes extremes = values_;  // in registers
+  ForEachInLanes(values.size(), [&, values](std::size_t i, std::size_t lane) {
+    extremes.Add(lane, values[i], values[i] != nodata_);
+  });
+  values_ = extremes;
+}
+
+RasterRange ValueRange::Range() const {
+  const Extremes all = values_.All();
+  RasterRange range;
+  if (all.Any()) range = {all.smallest == 0 && all.largest == 255, all.smallest, all.largest};
+  // Callers divide by the width of the range.
+  if (range.min == range.max) range.max = range.min + 0.1;
+  return range;
+}
+
 Outcome<RasterRange> ScanRasterRange(const fs::path& path, ProgressSink& progress) {
   const int lines = CountHeaderLines(path);
   Outcome<CellSource> source = CellSource::Open(path, lines);
   if (!source.Ok()) return source.Stop();
-  const std::optional<double> nodata = NoDataOf(source.Value(), lines);
-  constexpr double kUnset = std::numeric_limits<double>::infinity();
-  double min = kUnset;
-  double max = -kUnset;
+  ValueRange range(NoDataOf(source.Value(), lines).value_or(kNoNoData));
   const Outcome<> done = TakeCells(source.Value(), progress, [&](std::span<const double> cells) {
-    for (const double value : cells) {
-      if (nodata && value == *nodata) continue;
-      min = std::min(min, value);
-      max = std::max(max, value);
-    }
+    range.Add(cells);
     return true;
   });
   if (!done.Ok()) return done.Stop();
-  RasterRange range;
-  if (min <= max) range = {min == 0 && max == 255, min, max};
-  // Callers divide by the width of the range.
-  if (range.min == range.max) range.max = range.min + 0.1;
-  return range;
+  return range.Range();
 }
 
 Outcome<bool> IsValidConstraintFile(const fs::path& path, ProgressSink& progress) {

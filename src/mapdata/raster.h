@@ -6,9 +6,11 @@
 #include <cstdint>
 #include <filesystem>
 #include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
+#include "base/extremes.h"
 #include "base/grid.h"
 #include "base/outcome.h"
 #include "base/progress_sink.h"
@@ -35,6 +37,19 @@ struct RasterRange {
   bool isScaled = false;  // the map runs from 0 to 255 exactly
   double min = 0;
   double max = 0;  // above min: a map with a single value has its value plus 0.1 here
+};
+
+// Gathers the range of a map from its values.
+class ValueRange {
+ public:
+  explicit ValueRange(double nodata) : nodata_(nodata) {}  // kNoNoData: every value counts
+
+  void Add(std::span<const double> values);
+  RasterRange Range() const;
+
+ private:
+  double nodata_;
+  LaneExtremes values_;
 };
 
 // A map as far as it could be read. Its reading passes over what fails and never refuses: `skipped`

@@ -6,7 +6,6 @@
 
 #include "mapdata/constraint_mask.h"
 #include "mapdata/map_header.h"
-#include "mce/lane_extremes.h"
 #include "text/numbers.h"
 
 namespace ormel {

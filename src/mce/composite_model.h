@@ -3,15 +3,14 @@
 // here.
 #pragma once
 
-#include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <limits>
 #include <memory>
 #include <span>
 #include <string>
 #include <vector>
 
+#include "base/extremes.h"
 #include "base/outcome.h"
 #include "mapdata/raster_writer.h"
 #include "text/paths.h"
@@ -33,19 +32,6 @@ struct FactorFile {
   std::string name;    // of the file, with its extension
 
   std::string Path() const { return JoinPath(folder, name); }
-};
-
-// The largest and smallest of some numbers; of none at the start.
-struct Extremes {
-  double largest = -std::numeric_limits<double>::infinity();
-  double smallest = std::numeric_limits<double>::infinity();
-
-  bool Any() const { return largest >= smallest; }
-  void Add(double value) { Add({value, value}); }
-  void Add(const Extremes& other) {
-    largest = std::max(largest, other.largest);
-    smallest = std::min(smallest, other.smallest);
-  }
 };
 
 // A row of a factor on its way into the sums. `mask` and `sums` are at least as long as `values`.

@@ -114,13 +114,6 @@ double PowerOfTen(int places) {
   return places <= kLargestExactPower ? kPowersOfTen[places] : std::pow(10.0, places);
 }
 
-// The nearest integer, ties to even; needs |value| < 2^51. Adding 1.5 * 2^52 leaves no bits for a
-// fraction, and costs less than a call of nearbyint().
-double RoundSmall(double value) {
-  constexpr double kNoFraction = 6755399441055744.0;
-  return (value + kNoFraction) - kNoFraction;
-}
-
 char* Append(char* out, std::string_view text) {
   std::memcpy(out, text.data(), text.size());
   return out + text.size();

@@ -36,6 +36,13 @@ bool IsInteger(std::string_view text);
 // places count as 0. A value that is too large to be scaled is returned as it stands.
 double HalfEvenRound(double value, int places = 0);
 
+// The nearest integer, ties to even, of a value whose size is below 2^51. Adding 1.5 * 2^52 leaves
+// no bits for a fraction, and costs less than a call.
+inline double RoundSmall(double value) {
+  constexpr double kNoFraction = 6755399441055744.0;
+  return (value + kNoFraction) - kNoFraction;
+}
+
 // The default text of a number: at most 15 significant digits for a double and 7 for a float, no
 // trailing zeros, a point only when needed ("0.5" keeps its zero), "0" for -0. The form is "1E+15"
 // or "1.5E-05" when the decimal exponent is below -4 or at least 15 (7 for a float). Infinities and

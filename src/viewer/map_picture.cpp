@@ -45,34 +45,6 @@ Outcome<MapHeader> ReadMapHeader(const std::string& path) {
   return header;
 }
 
-// The smallest and largest of the values that are no NODATA.
-class RangeOfValues {
- public:
-  explicit RangeOfValues(std::optional<double> nodata)
-      : nodata_(nodata.value_or(std::numeric_limits<double>::quiet_NaN())) {}
-
-  void Add(std::span<const double> values) {
-    for (const double value : values) {
-      if (value == nodata_) continue;
-      min_ = std::min(min_, value);
-      max_ = std::max(max_, value);
-    }
-  }
-
-  RasterRange Range() const {
-    RasterRange range;
-    if (min_ <= max_) range = {min_ == 0 && max_ == 255, min_, max_};
-    // Callers divide by the width of the range.
-    if (range.min == range.max) range.max = range.min + 0.1;
-    return range;
-  }
-
- private:
-  double nodata_;  // not a number: no value equals it
-  double min_ = std::numeric_limits<double>::infinity();
-  double max_ = -std::numeric_limits<double>::infinity();
-};
-
 // Why a map of this header cannot be held; empty: it can.
 std::string FaultOf(const std::string& path, const ViewSpecs& specs) {
   constexpr double kMostCells = std::numeric_limits<int>::max();
@@ -100,8 +72,7 @@ void MakeRoom(const std::string& path, const std::optional<ViewSpecs>& wanted, M
 }
 
 // Fills the grid row by row.
-Outcome<> ReadCells(CellSource& source, MapValues& map, RangeOfValues& range,
-                    ProgressSink& progress) {
+Outcome<> ReadCells(CellSource& source, MapValues& map, ValueRange& range, ProgressSink& progress) {
   const int rows = map.cells.Rows();
   for (int row = 1; row <= rows; ++row) {
     const std::span<double> cells = map.cells.Row(row);
@@ -117,7 +88,7 @@ Outcome<> ReadCells(CellSource& source, MapValues& map, RangeOfValues& range,
 }
 
 // What stands behind the last cell belongs to the range, too: so maps are judged everywhere.
-Outcome<> ReadRest(CellSource& source, RangeOfValues& range, ProgressSink& progress) {
+Outcome<> ReadRest(CellSource& source, ValueRange& range, ProgressSink& progress) {
   std::array<double, kCellsBehindMap> values;
   for (;;) {
     const std::size_t count = source.Read(values);
@@ -127,31 +98,34 @@ Outcome<> ReadRest(CellSource& source, RangeOfValues& range, ProgressSink& progr
   }
 }
 
-// The colour of each value in one table of decisions a map.
+// The colours of a map's values.
 class CellColours {
  public:
   CellColours(const MapPicture& picture, Colour without)
       : picture_(picture),
         without_(without),
         scaled_({false, picture.specs.Min, picture.specs.Max}),
-        nodata_(picture.specs.NODATA.value_or(std::numeric_limits<double>::quiet_NaN())) {}
+        nodata_(picture.specs.NODATA.value_or(kNoNoData)) {}
 
   void Row(std::span<const double> cells, std::span<Colour> colours) const {
-    for (std::size_t i = 0; i < cells.size(); ++i) colours[i] = Of(cells[i]);
+    const Palette& palette = picture_.palette;
+    if (picture_.viewing == Viewing::kScaledVersion) {
+      for (std::size_t i = 0; i < cells.size(); ++i) {
+        colours[i] = cells[i] == nodata_ ? without_ : palette[scaled_.Number(cells[i])];
+      }
+      return;
+    }
+    for (std::size_t i = 0; i < cells.size(); ++i) {
+      const bool has = HasColourNumber(cells[i]) && cells[i] != nodata_;
+      colours[i] = has ? palette[ColourNumber(cells[i])] : without_;
+    }
   }
 
  private:
-  Colour Of(double value) const {
-    if (value == nodata_) return without_;
-    if (picture_.viewing == Viewing::kScaledVersion) return picture_.palette[scaled_.Number(value)];
-    const std::optional<int> number = ColourNumberAsItStands(value);
-    return number ? picture_.palette[*number] : without_;
-  }
-
   const MapPicture& picture_;
   Colour without_;
   UnscaledColours scaled_;
-  double nodata_;
+  double nodata_;  // not a number: no value equals it
 };
 
 // Hears how far the work is, and cannot stop it.
@@ -199,7 +173,7 @@ Outcome<MapValues> ReadMapValues(const std::string& path, const std::optional<Vi
   map.specs = header.Value().specs;
   map.nodata = header.Value().nodata;
   MakeRoom(path, wanted, map);
-  RangeOfValues range(map.nodata);
+  ValueRange range(map.nodata.value_or(kNoNoData));
   Outcome<> read = ReadCells(source, map, range, progress);
   if (read.Ok()) read = ReadRest(source, range, progress);
   if (!read.Ok()) return read.Stop();

@@ -2,8 +2,6 @@
 
 #include <cstddef>
 
-#include "mce/lane_extremes.h"
-
 namespace ormel {
 namespace {
 

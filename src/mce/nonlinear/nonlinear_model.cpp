@@ -4,7 +4,6 @@
 #include <cmath>
 #include <limits>
 
-#include "mce/lane_extremes.h"
 #include "mce/nonlinear/graph_text.h"
 #include "text/numbers.h"
 

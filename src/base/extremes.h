@@ -1,14 +1,27 @@
-// The largest and smallest of many numbers in a hot loop. They stand in several lanes, because a
-// single one would make each number wait for the one before it.
+// The largest and smallest of many numbers.
 #pragma once
 
 #include <algorithm>
 #include <cstddef>
-
-#include "mce/composite_model.h"
+#include <limits>
 
 namespace ormel {
 
+// The largest and smallest of some numbers; of none at the start.
+struct Extremes {
+  double largest = -std::numeric_limits<double>::infinity();
+  double smallest = std::numeric_limits<double>::infinity();
+
+  bool Any() const { return largest >= smallest; }
+  void Add(double value) { Add({value, value}); }
+  void Add(const Extremes& other) {
+    largest = std::max(largest, other.largest);
+    smallest = std::min(smallest, other.smallest);
+  }
+};
+
+// The same in a hot loop. The numbers stand in several lanes, because a single one would make each of
+// them wait for the one before it.
 class LaneExtremes {
  public:
   static constexpr std::size_t kLanes = 2;
