@@ -127,8 +127,9 @@ void FileWriter::Flush() {
 }
 
 void FileWriter::Write(std::string_view bytes) {
-  if (buffer_.size() + bytes.size() > kBufferBytes) Flush();
-  if (bytes.size() > kBufferBytes / 2) return WriteNow(bytes);
+  const bool isLarge = bytes.size() > kBufferBytes / 2;
+  if (isLarge || buffer_.size() + bytes.size() > kBufferBytes) Flush();
+  if (isLarge) return WriteNow(bytes);
   if (error_.empty()) buffer_ += bytes;
 }
 
