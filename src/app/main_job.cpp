@@ -17,17 +17,7 @@
 namespace ormel {
 namespace {
 
-template <class Model>
-Outcome<std::unique_ptr<CompositeModel>> Held(Outcome<Model> read) {
-  if (!read.Ok()) return read.Stop();
-  return std::unique_ptr<CompositeModel>(std::make_unique<Model>(std::move(read.Value())));
-}
-
-// The kind of the model is told by the extension of its file.
-Outcome<std::unique_ptr<CompositeModel>> ReadModel(const std::filesystem::path& path) {
-  return path.extension() == ".cmf" ? Held(ReadRunnable(path, NonlinearModelOf))
-                                    : Held(ReadRunnable(path, LinearModelOf));
-}
+constexpr ModelKind kKinds[] = {KindOf<LinearModelOf>(".mif"), KindOf<NonlinearModelOf>(".cmf")};
 
 Outcome<> AccumulateAll(CompositeMap& map, const CompositeModel& model, ProgressSink& progress,
                         std::ostream& warnings) {
@@ -58,7 +48,7 @@ Outcome<> RunMainJob(const MainJob& job, const Settings& settings, ProgressSink&
     const Outcome<int> colours = ReadPalette(settings.defaultPalette, palette);
     if (!colours.Ok()) return colours.Stop();
   }
-  const Outcome<std::unique_ptr<CompositeModel>> read = ReadModel(job.model);
+  const Outcome<std::unique_ptr<CompositeModel>> read = ReadRunnable(job.model, kKinds);
   if (!read.Ok()) return read.Stop();
   const CompositeModel& model = *read.Value();
   Outcome<CompositeMap> begun = CompositeMap::Begin(model);

@@ -11,50 +11,6 @@
 namespace ormel {
 namespace {
 
-constexpr int kLargestSide = 32767;
-
-// A text from a file as a message can show it: short, and without bytes that are no letters.
-std::string Excerpt(const std::string& text) {
-  constexpr std::size_t kLongest = 20;
-  std::string shown = text.substr(0, kLongest);
-  std::replace_if(
-      shown.begin(), shown.end(), [](char letter) { return letter < ' ' || letter > '~'; }, '?');
-  return shown + (text.size() > kLongest ? "..." : "");
-}
-
-// A side of the model: a whole number of cells from 1 to 32767.
-Outcome<int> SideFrom(const std::string& path, const std::string& text, const char* what) {
-  const double side = HalfEvenRound(TextToNumber(text));
-  if (side >= 1 && side <= kLargestSide) return static_cast<int>(side);
-  return Failure{FailureKind::kDamaged, path + ": the header gives \"" + Excerpt(text) + "\" " +
-                                            what + "; a map has 1 to " +
-                                            std::to_string(kLargestSide)};
-}
-
-Outcome<ModelFrame> ReadFrame(const std::string& path) {
-  const Outcome<HeaderTexts> header = ReadHeaderTexts(path);
-  if (!header.Ok()) return header.Stop();
-  const std::vector<std::string>& texts = header.Value().values;
-  const Outcome<int> ncols = SideFrom(path, texts[0], "columns");
-  if (!ncols.Ok()) return ncols.Stop();
-  const Outcome<int> nrows = SideFrom(path, texts[1], "rows");
-  if (!nrows.Ok()) return nrows.Stop();
-  if (ClaimsTooMuch(path, ncols.Value(), nrows.Value())) {
-    return Failure{FailureKind::kDamaged, path + ": is too short for " +
-                                              std::to_string(ncols.Value()) + " columns and " +
-                                              std::to_string(nrows.Value()) + " rows"};
-  }
-  ModelFrame frame;
-  frame.ncols = ncols.Value();
-  frame.nrows = nrows.Value();
-  frame.xllcorner = TextToNumber(texts[2]);
-  frame.yllcorner = TextToNumber(texts[3]);
-  frame.cellsize = TextToNumber(texts[4]);
-  frame.texts = {texts[0], texts[1],    NumberText(frame.xllcorner), NumberText(frame.yllcorner),
-                 texts[4], std::nullopt};
-  return frame;
-}
-
 // Whether any value lies outside 0 to 255, NODATA included. Most rows need no closer look.
 bool LeavesScale(std::span<const double> values) {
   LaneExtremes extremes;
@@ -74,14 +30,14 @@ Outcome<CompositeMap> CompositeMap::Begin(const CompositeModel& model) {
   if (model.FactorCount() == 0) {
     return Failure{FailureKind::kRefused, "The model has no factor."};
   }
-  Outcome<ModelFrame> frame = ReadFrame(model.Factor(1).Path());
+  Outcome<MapFrame> frame = ReadMapFrame(model.Factor(1).Path());
   if (!frame.Ok()) return frame.Stop();
   std::vector<int> headerLines;
   for (int i = 1; i <= model.FactorCount(); ++i) {
     headerLines.push_back(CountHeaderLines(model.Factor(i).Path()));
   }
   CompositeMap map(std::move(frame.Value()), std::move(headerLines), model.ItsRules());
-  const ModelFrame& size = map.frame_;
+  const MapFrame& size = map.frame_;
   Outcome<Grid<float>> sums = MakeGrid<float>(size.ncols, size.nrows);
   if (!sums.Ok()) return sums.Stop();
   Outcome<ConstraintMaskBuild> build =

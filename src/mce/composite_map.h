@@ -21,21 +21,11 @@
 #include "base/grid.h"
 #include "base/outcome.h"
 #include "base/progress_sink.h"
+#include "mapdata/map_frame.h"
 #include "mapdata/map_stream.h"
-#include "mapdata/raster_writer.h"
 #include "mce/composite_model.h"
 
 namespace ormel {
-
-// Where a model's maps lie: the header of its first factor.
-struct ModelFrame {
-  int ncols = 0;
-  int nrows = 0;
-  double xllcorner = 0;
-  double yllcorner = 0;
-  double cellsize = 0;
-  HeaderValues texts;  // as they are written: X and Y as default text, the others as they were read
-};
 
 // Sees the cells of a row (from 1, west to east) as they count: NODATA and values outside 0 to 255
 // are 0. Cells under the mask are seen as well. At the end of a file that is too short the row has
@@ -49,7 +39,7 @@ class CompositeMap {
   // does not fit into the memory.
   [[nodiscard]] static Outcome<CompositeMap> Begin(const CompositeModel& model);
 
-  const ModelFrame& Frame() const { return frame_; }
+  const MapFrame& Frame() const { return frame_; }
   bool Allowed(int column, int row) const { return mask_(column, row) != 0; }
   const Grid<std::uint8_t>& Mask() const { return mask_; }
   // Why the constraints could not be used; the model then runs unconstrained. Empty: they are.
@@ -94,7 +84,7 @@ class CompositeMap {
   void ScaledRow(int row, const Limits& limits, std::span<double> values) const;
 
  private:
-  CompositeMap(ModelFrame frame, std::vector<int> headerLines, CompositeModel::Rules rules)
+  CompositeMap(MapFrame frame, std::vector<int> headerLines, CompositeModel::Rules rules)
       : rules_(rules),
         frame_(std::move(frame)),
         headerLines_(std::move(headerLines)),
@@ -103,7 +93,7 @@ class CompositeMap {
   void NoteOutOfRange(int row, std::span<const double> values, double nodata);
 
   CompositeModel::Rules rules_;
-  ModelFrame frame_;
+  MapFrame frame_;
   std::vector<int> headerLines_;  // of each factor file
   Grid<float> sums_;
   Grid<std::uint8_t> mask_;

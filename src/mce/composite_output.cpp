@@ -54,7 +54,7 @@ Outcome<> WriteComposite(const CompositeMap& map, const CompositeModel& model,
                    path + ": the information file would overwrite the map; choose another name"};
   }
   const CompositeMap::Limits limits = map.ScaleLimits();
-  const ModelFrame& frame = map.Frame();
+  const MapFrame& frame = map.Frame();
   RowSteps steps;
   steps.make = [&](int row, std::span<double> values, RowText& text) {
     map.ScaledRow(row, limits, values);

@@ -160,7 +160,7 @@ std::string GeneratorWindow::PictureName(int layer) const {
 }
 
 void GeneratorWindow::ShowModelLabels() {
-  const ModelFrame& frame = map_->Frame();
+  const MapFrame& frame = map_->Frame();
   const int places = app_.settings.decimalPlaces;
   lblColumns.SetCaption(std::to_string(frame.ncols) + " columns,");
   lblRows.SetCaption(std::to_string(frame.nrows) + " rows");
@@ -335,7 +335,7 @@ Outcome<> GeneratorWindow::LoadDisplayGrid(const RowsToRead& rows, int index,
 }
 
 void GeneratorWindow::ReadOut(const ui::MouseEvent& event) {
-  const ModelFrame& frame = map_->Frame();
+  const MapFrame& frame = map_->Frame();
   const double x = preview_->CellX(event.x);
   const double y = preview_->CellY(event.y);
   const int column = static_cast<int>(std::floor(x)) + 1;

@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "base/file_writer.h"
-#include "text/paths.h"
 #include "text/token_reader.h"
 
 namespace ormel {
@@ -87,17 +86,6 @@ Outcome<ModelText> ReadModelText(const std::filesystem::path& path) {
   if (!reader.Value().Next(record)) record = {};
   if (!reader.Value().Error().empty()) return Failure{FailureKind::kDisk, reader.Value().Error()};
   return ParseModelText(record);
-}
-
-Outcome<ModelText> ReadRunnableText(const std::filesystem::path& path) {
-  Outcome<ModelText> text = ReadModelText(path);
-  if (!text.Ok()) return text;
-  std::vector<ModelTextFactor>& factors = text.Value().factors;
-  std::erase_if(factors, [](const ModelTextFactor& factor) {
-    return FileNamePart(factor.path, true).empty();
-  });
-  if (!factors.empty()) return text;
-  return Failure{FailureKind::kDamaged, path.string() + ": names no factor"};
 }
 
 Outcome<> WriteModelText(const std::filesystem::path& path, const ModelText& model) {

@@ -37,10 +37,6 @@ ModelText ParseModelText(std::string_view text);
 // Reads the first record of the file. Fails when it cannot be read.
 [[nodiscard]] Outcome<ModelText> ReadModelText(const std::filesystem::path& path);
 
-// The same for a model that is to be run: factors without a file are left out. Fails when there is
-// none.
-[[nodiscard]] Outcome<ModelText> ReadRunnableText(const std::filesystem::path& path);
-
 // Writes the model. Fails when a value cannot be held, or the file not written.
 [[nodiscard]] Outcome<> WriteModelText(const std::filesystem::path& path, const ModelText& model);
 

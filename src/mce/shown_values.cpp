@@ -29,8 +29,8 @@ Outcome<double> ReadShownValues(const RowsToRead& rows, const CompositeMap& map,
   return mapNoData;
 }
 
-Outcome<> WriteShownValues(const Grid<float>& cells, const ModelFrame& frame,
-                           const std::string& path, RowForm form, ProgressSink& progress) {
+Outcome<> WriteShownValues(const Grid<float>& cells, const MapFrame& frame, const std::string& path,
+                           RowForm form, ProgressSink& progress) {
   RowSteps steps;
   steps.make = [&](int row, std::span<double> /*none*/, RowText& text) {
     for (const float value : cells.Row(row)) text.Add(value);

@@ -25,7 +25,7 @@ void KeepRow(std::span<const double> values, int decimalPlaces, std::span<float>
 
 // Writes the cells as they stand under the header of the composite: a second rounding could change
 // them. An old file stays when the writing fails or is stopped.
-[[nodiscard]] Outcome<> WriteShownValues(const Grid<float>& cells, const ModelFrame& frame,
+[[nodiscard]] Outcome<> WriteShownValues(const Grid<float>& cells, const MapFrame& frame,
                                          const std::string& path, RowForm form,
                                          ProgressSink& progress);
 

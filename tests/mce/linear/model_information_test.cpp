@@ -85,18 +85,19 @@ TEST(ModelInformation, ModelsThatAreRunNameWhatIsWrong) {
   folder.Folder().Write("wide.asc", "c 3\r\nr 1\r\nx 100.5\r\ny 0\r\ns 30\r\n 1 1 1\r\n");
   const auto fac = [&](const std::string& name) { return "FAC$" + folder.Path(name) + "#1#True#"; };
   const auto cst = [&](const std::string& name) { return "CST$" + folder.Path(name) + "#"; };
+  const ModelKind kinds[] = {KindOf<LinearModelOf>(".mif")};
   const auto read = [&](const std::string& text) {
-    return ReadRunnable(folder.Folder().Write("m.mif", "\"" + text + "\"\r\n"), LinearModelOf);
+    return ReadRunnable(folder.Folder().Write("m.mif", "\"" + text + "\"\r\n"), kinds);
   };
-  EXPECT_EQ(read(fac("f1.asc") + fac("f2.asc") + cst("c1.asc")).Value().factors.size(), 2u);
-  EXPECT_EQ(read(fac("f1.asc") + "FAC$#1#True#").Value().factors.size(), 1u);  // a free row
+  EXPECT_EQ(read(fac("f1.asc") + fac("f2.asc") + cst("c1.asc")).Value()->FactorCount(), 2);
+  EXPECT_EQ(read(fac("f1.asc") + "FAC$#1#True#").Value()->FactorCount(), 1);  // a free row
   EXPECT_NE(read("FRD$x#TITLE$t#").Text().find("m.mif: names no factor"), std::string::npos);
   EXPECT_NE(read(fac("f1.asc") + fac("gone.asc")).Text().find("gone.asc"), std::string::npos);
   EXPECT_NE(read(fac("f1.asc") + cst("gone.asc")).Text().find("gone.asc"), std::string::npos);
   EXPECT_EQ(read(fac("f1.asc") + cst("wide.asc")).Text(),
             "The following parameters in wide were not the same as the rest of the data: number of "
             "columns, Y lower-left corner.");
-  EXPECT_NE(ReadRunnable(folder.Path("none.mif"), LinearModelOf).Text().find("none.mif"),
+  EXPECT_NE(ReadRunnable(folder.Path("none.mif"), kinds).Text().find("none.mif"),
             std::string::npos);
 }
 
