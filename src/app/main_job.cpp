@@ -12,7 +12,7 @@
 #include "mce/linear/model_information.h"
 #include "mce/nonlinear/nonlinear_model.h"
 #include "mce/runnable_model.h"
-#include "movies/bitmap.h"
+#include "movies/picture_file.h"
 
 namespace ormel {
 namespace {
@@ -31,12 +31,12 @@ Outcome<> AccumulateAll(CompositeMap& map, const CompositeModel& model, Progress
   return Done{};
 }
 
-Outcome<> WritePicture(const CompositeMap& map, const std::string& path, const Palette& palette,
-                       const Settings& settings) {
+Outcome<> WriteMapPicture(const CompositeMap& map, const std::string& path, const Palette& palette,
+                          const Settings& settings) {
   const MapPreview preview(map.Frame().ncols, map.Frame().nrows);
   Canvas picture = preview.Blank();
   DrawComposite(picture, preview, map, {palette, settings.constraintColor}, settings.decimalPlaces);
-  return WriteBitmap(picture, path);
+  return WritePicture(picture, path);
 }
 
 }  // namespace
@@ -65,7 +65,7 @@ Outcome<> RunMainJob(const MainJob& job, const Settings& settings, ProgressSink&
   Outcome<> written =
       WriteComposite(map, model, job.output, settings.decimalPlaces, writingSpan, {});
   if (!written.Ok() || job.picture.empty()) return written;
-  return WritePicture(map, job.picture, palette, settings);
+  return WriteMapPicture(map, job.picture, palette, settings);
 }
 
 }  // namespace ormel

@@ -13,7 +13,7 @@ namespace ormel {
 struct MainJob {
   std::string model;    // model information file, linear (.mif) or not (.cmf)
   std::string output;   // suitability map; its information file goes beside it
-  std::string picture;  // bitmap; empty: none
+  std::string picture;  // a bitmap, or a PNG file by its name; empty: none
 };
 
 // Runs the model as the viewer does, with the palette and the decimal places of `settings`. What

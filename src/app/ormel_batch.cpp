@@ -22,7 +22,7 @@ constexpr char kHelp[] =
     "\n"
     "  ormel-batch MODEL -o OUT.asc [--picture OUT.bmp]\n"
     "      runs a saved model (.mif or .cmf) and writes its suitability map, the information\n"
-    "      file beside it (OUT.inf) and, if asked, its picture\n"
+    "      file beside it (OUT.inf) and, if asked, its picture (a bitmap, or OUT.png)\n"
     "  ormel-batch --script FILE [MODEL]\n"
     "      runs a script of window commands (- reads it from standard input)\n"
     "  ormel-batch --version | --help\n"

@@ -102,6 +102,13 @@ TEST_F(Batch, WarnsOfWhatItPassesOver) {
   EXPECT_NE(ran.errors.find(part + ": ends in row 2 of 2\n"), std::string::npos) << ran.errors;
 }
 
+TEST_F(Batch, WritesThePictureThatItsNameAsksFor) {
+  EXPECT_EQ(Run("examples/kagwene/nesting.mif -o " + Path("o.asc") + " --picture " + Path("o.png"))
+                .status,
+            0);
+  EXPECT_EQ(ReadText(Path("o.png")).substr(0, 4), "\x89PNG");
+}
+
 TEST_F(Batch, AFileSizeLimitIsAFailedWrite) {
   folder_.Write("out.asc", "old");
   const std::string blocks = "100";  // of 512 bytes: a third of the map
