@@ -40,11 +40,27 @@ std::vector<ui::MenuSpec> Joined(std::vector<ui::MenuSpec> first,
   return first;
 }
 
+ChosenFilesSpec ConstraintsSpec(const Settings& settings) {
+  ChosenFilesSpec spec;
+  spec.list = "CFL";
+  spec.add = "CmdSrchC";
+  spec.remove = "CmdRemoveC";
+  spec.dialog = [&settings] {
+    return ui::FileDialog{"Load Constraint", "ASCII Raster (.asc, .grd)|*.asc;*.grd", "",
+                          settings.workingDirectory, kAnyMap};
+  };
+  spec.removeQuestion = "Are You Sure You Want to Remove the Selected Constraints?";
+  spec.removeAllQuestion = "No Constraints Selected, Clear All?";
+  spec.removeTitle = "Remove Constraints";
+  return spec;
+}
+
 }  // namespace
 
 BuilderWindow::BuilderWindow(AppContext& app, const std::string& name, const std::string& caption,
                              std::string extension, std::vector<ui::MenuSpec> tools)
     : Window(name, caption),
+      constraints(*this, app.desktop, ConstraintsSpec(app.settings)),
       palette(*this, app),
       menu(*this, {{"mFile",
                     "&File",
@@ -89,8 +105,8 @@ void BuilderWindow::ConnectHandlers() {
   rows.onChoose = [this](int row) { ChooseFromList(row); };
   cmdReadAll.onClick = [this] { ReadAll(); };
   cmdDelFac.onClick = [this] { DeleteChecked(); };
-  CmdSrchC.onClick = [this] { AddConstraint(); };
-  CmdRemoveC.onClick = [this] { RemoveConstraints(); };
+  constraints.onAdd = [this](const std::string& path) { AddConstraint(path); };
+  constraints.onRemoved = changed;
   DCC.onClick = [this] { PickConstraintColour(); };
   palette.onChange = changed;
   cmdLoad.onClick = [this] { LoadModel(""); };
@@ -108,11 +124,11 @@ void BuilderWindow::LayOut() {
   for (ui::LayoutItem& tool : RowTools()) tools.items.push_back(std::move(tool));
   tools.items.push_back(cmdReadAll);
   tools.items.push_back(cmdDelFac);
-  ui::Row frames{
-      ui::Share(3, ui::Frame{"Constraints", CFL,
-                             ui::Row{CmdSrchC, CmdRemoveC, ui::Stretch{}, "Colour:", DCC}}),
-      ui::Share(2, ui::Frame{"Palette", ui::Row{palette.txtPal, palette.cmdLP}, palette.PicPP,
-                             ui::Stretch{}})};
+  ui::Row frames{ui::Share(3, ui::Frame{"Constraints", constraints.list,
+                                        ui::Row{constraints.cmdAdd, constraints.cmdRemove,
+                                                ui::Stretch{}, "Colour:", DCC}}),
+                 ui::Share(2, ui::Frame{"Palette", ui::Row{palette.txtPal, palette.cmdLP},
+                                        palette.PicPP, ui::Stretch{}})};
   for (ui::LayoutItem& frame : FurtherFrames()) frames.items.push_back(std::move(frame));
   SetLayout(ui::Column{ui::Row{"&Title:", txtTitle}, tools, rows.Area(), ui::Share(3, frames),
                        ui::Row{cmdLoad, cmdSave, cmdClear, ui::Stretch{}, cmdOk, cmdClose}});
@@ -122,7 +138,7 @@ void BuilderWindow::LayOut() {
 
 void BuilderWindow::SetRowCount(int count) {
   rows.SetCount(count);
-  if (count == 0 && CFL.Count() == 0) reference_.Clear();
+  if (count == 0 && constraints.list.Count() == 0) reference_.Clear();
 }
 
 void BuilderWindow::DeleteChecked() {
@@ -136,7 +152,7 @@ void BuilderWindow::DeleteChecked() {
 void BuilderWindow::DeleteRows(const std::vector<bool>& marked) {
   const bool all = std::find(marked.begin(), marked.end(), false) == marked.end();
   rows.Delete(marked);
-  if (all && CFL.Count() == 0) reference_.Clear();
+  if (all && constraints.list.Count() == 0) reference_.Clear();
 }
 
 void BuilderWindow::SpinRows() {
@@ -153,7 +169,7 @@ void BuilderWindow::SpinRows() {
 LoadedData BuilderWindow::Loaded() const {
   LoadedData loaded;
   for (int row = 1; row <= rows.Count(); ++row) loaded.factors.push_back(rows.Path(row));
-  loaded.constraints = CFL.Items();
+  loaded.constraints = constraints.Paths();
   return loaded;
 }
 
@@ -205,30 +221,11 @@ void BuilderWindow::DropFactor(const std::string& path) {
   TakeFactor(row, path);
 }
 
-void BuilderWindow::AddConstraint() {
-  const auto choice =
-      app_.desktop.OpenFile({"Load Constraint", "ASCII Raster (.asc, .grd)|*.asc;*.grd", "",
-                             app_.settings.workingDirectory, kAnyMap});
-  if (!choice) return;
+void BuilderWindow::AddConstraint(const std::string& path) {
   MarkChanged();
-  if (IsListedConstraint(choice->Path(), CFL.Items())) {
-    app_.desktop.Message("Constraint Already Added");
-    return;
-  }
-  const Registration registration = Register(choice->Path(), CheckMode::kConstraint);
-  if (registration.Accepted()) CFL.Add(registration.path);
-}
-
-void BuilderWindow::RemoveConstraints() {
-  const std::vector<int> selected = CFL.Selected();
-  const ui::Answer answer = app_.desktop.Ask(
-      selected.empty() ? "No Constraints Selected, Clear All?"
-                       : "Are You Sure You Want to Remove the Selected Constraints?",
-      "Remove Constraints", ui::Buttons::kYesNo);
-  if (answer != ui::Answer::kYes) return;
-  if (selected.empty()) CFL.Clear();
-  for (auto index = selected.rbegin(); index != selected.rend(); ++index) CFL.Remove(*index);
-  MarkChanged();
+  if (constraints.Holds(path)) return app_.desktop.Message("Constraint Already Added");
+  const Registration registration = Register(path, CheckMode::kConstraint);
+  if (registration.Accepted()) constraints.AddFile(registration.path);
 }
 
 // ---- The rest of the form -----------------------------------------------------------------------
@@ -259,7 +256,7 @@ void BuilderWindow::AskRoot() {
 }
 
 void BuilderWindow::ClearForm() {
-  CFL.Clear();
+  constraints.list.Clear();
   SetRowCount(0);
   txtTitle.SetText("");
   DCC.SetColour(app_.settings.constraintColor);
@@ -345,7 +342,7 @@ void BuilderWindow::TakeModel(const ModelText& model) {
   }
   for (const std::string& constraint : model.constraints) {
     const Registration registration = Register(constraint, CheckMode::kConstraint);
-    if (registration.Accepted()) CFL.Add(registration.path);
+    if (registration.Accepted()) constraints.AddFile(registration.path);
   }
   txtTitle.SetText(model.title);
   if (rows.Count() == 0) SetRowCount(1);
@@ -398,10 +395,10 @@ bool BuilderWindow::TakeReference(const DirectoryChoice& choice) {
 bool BuilderWindow::EnterReference(const DirectoryChoice& choice) {
   const Registration registration = Register(choice.reference, CheckMode::kFactorSilent);
   if (registration.result == Registration::Result::kRefused) return false;
-  const std::vector<std::string>& held = CFL.Items();
+  const std::vector<std::string>& held = constraints.Paths();
   if (!registration.Accepted() || IsListedConstraint(registration.path, held)) return true;
   if (IsListedConstraint(registration.path, choice.constraints)) {
-    CFL.Add(registration.path);
+    constraints.AddFile(registration.path);
   } else {
     rows.Add(registration.path);
   }
@@ -418,10 +415,10 @@ bool BuilderWindow::TakeListed(const DirectoryChoice& choice) {
   }
   for (std::string path : choice.constraints) {
     RepairPath(path);
-    if (IsListedConstraint(path, CFL.Items())) continue;
+    if (IsListedConstraint(path, constraints.Paths())) continue;
     // That it is a constraint was found out when the directory was sorted.
     const Registration registration = Register(path, CheckMode::kUnlistedSilent);
-    if (registration.Accepted()) CFL.Add(registration.path);
+    if (registration.Accepted()) constraints.AddFile(registration.path);
     if (!registration.Accepted()) uniform = false;
   }
   return uniform;

@@ -13,6 +13,7 @@
 #include "mce/model_session.h"
 #include "mce/model_text.h"
 #include "parts/app_context.h"
+#include "parts/chosen_files.h"
 #include "parts/palette_choice.h"
 #include "ui/desktop.h"
 #include "ui/window.h"
@@ -37,9 +38,7 @@ class BuilderWindow : public ui::Window, public RunningModel, protected FactorRo
   FactorRows rows{*this, *this};
   ui::Button cmdReadAll{*this, "cmdReadAll", "Read All From Directory"};
   ui::Button cmdDelFac{*this, "cmdDelFac", "Delete Checked"};
-  ui::ListBox CFL{*this, "CFL", ui::ListBox::Choice::kMultiple};
-  ui::Button CmdSrchC{*this, "CmdSrchC", "&Add..."};
-  ui::Button CmdRemoveC{*this, "CmdRemoveC", "Remove"};
+  ChosenFiles constraints;  // the list CFL
   ui::ColourSwatch DCC{*this, "DCC"};
   PaletteChoice palette;
   ui::Button cmdLoad{*this, "cmdLoad", "&Load"};
@@ -66,7 +65,7 @@ class BuilderWindow : public ui::Window, public RunningModel, protected FactorRo
   virtual std::array<std::string, 2> RowFields(int row) const = 0;
   virtual void SetRowFields(int row, const std::array<std::string, 2>& fields) = 0;
   // The constraints in the order in which the model file has them.
-  virtual std::vector<std::string> ConstraintsToSave() const { return CFL.Items(); }
+  virtual std::vector<std::string> ConstraintsToSave() const { return constraints.Paths(); }
   // Whether a person who loads another model is asked first.
   virtual bool AsksBeforeLoading() const { return changed_; }
   virtual void FormCleared() {}
@@ -96,8 +95,7 @@ class BuilderWindow : public ui::Window, public RunningModel, protected FactorRo
   void PickFactor(int row);
   void ChooseFromList(int row);
   void DropFactor(const std::string& path);
-  void AddConstraint();
-  void RemoveConstraints();
+  void AddConstraint(const std::string& path);
 
   // The rest of the form.
   void PickConstraintColour();

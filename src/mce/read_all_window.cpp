@@ -9,26 +9,23 @@
 
 namespace ormel {
 
-FrmRA::FrmRA(ui::Desktop& desktop, const std::string& folder,
+FrmRA::FrmRA(ui::Desktop& desktop, const std::string& startFolder,
              std::function<void(const DirectoryChoice&)> take)
-    : Window("frmRA", "Read all From Directory"), desktop_(desktop), take_(std::move(take)) {
-  Drive.SetDrive(folder.substr(0, folder.find_first_of("/\\") + 1));
-  Dir.SetFolder(folder);
-  File.SetFolder(folder);
-  Drive.onChange = [this] {
-    Dir.SetFolder(Drive.Drive());
-    File.SetFolder(Drive.Drive());
-  };
-  Dir.onChange = [this] { File.SetFolder(Dir.Folder()); };
+    : Window("frmRA", "Read all From Directory"),
+      folder(*this, desktop),
+      desktop_(desktop),
+      take_(std::move(take)) {
+  folder.SetFolder(startFolder);
+  File.SetFolder(startFolder);
+  folder.onChange = [this] { File.SetFolder(folder.Folder()); };
   ckSmart.SetToolTip("Take the whole folder: maps of 0, 1 and NODATA become constraints");
   cmdGo.SetDefault();
   cmdCancel.SetCancel();
   cmdGo.onClick = [this] { Go(); };
   cmdCancel.onClick = [this] { desktop_.Close(*this); };
-  SetLayout(
-      ui::Column{ui::Share(1, ui::Row{ui::Share(1, ui::Column{Drive, Dir}), ui::Share(1, File)}),
-                 "The first map that you choose decides the size and place of all.", ckSmart,
-                 ui::Row{ui::Stretch{}, cmdGo, cmdCancel}});
+  SetLayout(ui::Column{ui::Share(1, ui::Row{ui::Share(1, folder.Area()), ui::Share(1, File)}),
+                       "The first map that you choose decides the size and place of all.", ckSmart,
+                       ui::Row{ui::Stretch{}, cmdGo, cmdCancel}});
 }
 
 void FrmRA::Go() {

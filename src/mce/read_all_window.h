@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "parts/folder_choice.h"
 #include "ui/window.h"
 
 namespace ormel {
@@ -21,11 +22,10 @@ struct DirectoryChoice {
 class FrmRA final : public ui::Window {
  public:
   // `take` runs with the choice while the window is still open.
-  FrmRA(ui::Desktop& desktop, const std::string& folder,
+  FrmRA(ui::Desktop& desktop, const std::string& startFolder,
         std::function<void(const DirectoryChoice&)> take);
 
-  ui::DriveList Drive{*this, "Drive"};
-  ui::FolderList Dir{*this, "Dir"};
+  FolderChoice folder;
   ui::FileList File{*this, "File", ui::ListBox::Choice::kMultiple, "*.asc"};
   ui::CheckBox ckSmart{*this, "ckSmart", "&Filter Data"};
   // Where the sorted maps are gathered: names of factors, paths of constraints.

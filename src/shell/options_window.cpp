@@ -12,14 +12,10 @@ namespace {
 constexpr char kBadPalette[] = "Bad Palette File, Please Choose Another!";
 constexpr char kBadPaletteTitle[] = "Bad Palette";
 
-// The drive or root on which a folder lies: the text up to its first separator.
-std::string DriveOf(const std::string& folder) {
-  return folder.substr(0, folder.find_first_of("/\\") + 1);
-}
-
 }  // namespace
 
-FrmOptions::FrmOptions(AppContext& app) : Window("frmOptions", "Options"), app_(app) {
+FrmOptions::FrmOptions(AppContext& app)
+    : Window("frmOptions", "Options"), folder(*this, app.desktop), app_(app) {
   std::vector<std::string> datums;
   for (const std::string_view name : DatumNames()) datums.emplace_back(name);
   cmbDatum.SetItems(std::move(datums));
@@ -27,7 +23,7 @@ FrmOptions::FrmOptions(AppContext& app) : Window("frmOptions", "Options"), app_(
   PicPP.SetStripHeight(kColourScaleHeight);
   cmdOK.SetDefault();
   cmdCancel.SetCancel();
-  Dir.SetToolTip("Where file dialogs start");
+  folder.Dir.SetToolTip("Where file dialogs start");
   txtDecimal.SetToolTip("Digits kept in written cells and shown values, 0 to 9");
   txtPal.SetToolTip("Palette of new models and views");
   DCC.SetToolTip("Colour of masked and NODATA cells; click to change it");
@@ -39,7 +35,7 @@ FrmOptions::FrmOptions(AppContext& app) : Window("frmOptions", "Options"), app_(
 }
 
 void FrmOptions::LayOut() {
-  SetLayout(ui::Column{ui::Share(1, ui::Frame{"Working Directory", Drive, Dir}),
+  SetLayout(ui::Column{ui::Share(1, ui::Frame{"Working Directory", folder.Area()}),
                        ui::Table{{"&Decimal Places:", ui::Row{txtDecimal, spnSpin, ui::Stretch{}}},
                                  {"&Palette:", ui::Row{txtPal, cmdLoadPal}},
                                  {"", PicPP},
@@ -49,11 +45,7 @@ void FrmOptions::LayOut() {
 }
 
 void FrmOptions::ConnectHandlers() {
-  Drive.onChange = [this] {
-    Dir.SetFolder(Drive.Drive());
-    changed_ = true;
-  };
-  Dir.onChange = [this] { changed_ = true; };
+  folder.onChange = [this] { changed_ = true; };
   txtDecimal.onChange = [this] {
     spnSpin.SetValue(DecimalPlacesOf(txtDecimal.Text()));
     changed_ = true;
@@ -93,8 +85,7 @@ SettingsRead FrmOptions::Load() {
 }
 
 void FrmOptions::Show(const Settings& settings) {
-  Drive.SetDrive(DriveOf(settings.workingDirectory));
-  Dir.SetFolder(settings.workingDirectory);
+  folder.SetFolder(settings.workingDirectory);
   ShowDecimals(settings.decimalPlaces);
   ShowPalette(settings.defaultPalette);
   DCC.SetColour(settings.constraintColor);
@@ -114,7 +105,7 @@ void FrmOptions::ShowPalette(const std::string& path) {
 
 Settings FrmOptions::Draft() const {
   Settings draft = app_.settings;
-  draft.workingDirectory = AsSettingsFolder(Dir.Folder());
+  draft.workingDirectory = AsSettingsFolder(folder.Folder());
   draft.decimalPlaces = spnSpin.Value();
   draft.defaultPalette = palettePath_;
   draft.constraintColor = DCC.Value();

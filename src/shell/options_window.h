@@ -4,6 +4,7 @@
 #include <string>
 
 #include "parts/app_context.h"
+#include "parts/folder_choice.h"
 #include "shell/settings_file.h"
 #include "ui/window.h"
 
@@ -22,8 +23,7 @@ class FrmOptions final : public ui::Window {
   // By its frame as by Cancel.
   bool QueryClose() override;
 
-  ui::DriveList Drive{*this, "Drive"};
-  ui::FolderList Dir{*this, "Dir"};
+  FolderChoice folder;  // the working directory
   ui::TextBox txtDecimal{*this, "txtDecimal"};
   ui::SpinButton spnSpin{*this, "spnSpin", 0, kMostDecimalPlaces};
   ui::TextBox txtPal{*this, "txtPal"};

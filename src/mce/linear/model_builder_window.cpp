@@ -176,7 +176,7 @@ LinearModel FrmBuild::Model() const {
                              WeightOf(ScrlVal(row).Text()),
                              OptValHigh(row).Chosen()});
   }
-  model.constraints = CFL.Items();
+  model.constraints = constraints.Paths();
   model.title = txtTitle.Text();
   model.palette = palette.Path();
   return model;

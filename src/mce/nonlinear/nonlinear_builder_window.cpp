@@ -97,12 +97,13 @@ void FrmBuildC::SetRowFields(int row, const std::array<std::string, 2>& fields) 
 // Model files have them from the last to the first: a model that is saved and loaded again has them
 // turned round.
 std::vector<std::string> FrmBuildC::ConstraintsToSave() const {
-  return {CFL.Items().rbegin(), CFL.Items().rend()};
+  return {constraints.Paths().rbegin(), constraints.Paths().rend()};
 }
 
 bool FrmBuildC::AsksBeforeLoading() const {
   const std::vector<bool> free = rows.Free();
-  return Changed() || CFL.Count() > 0 || std::find(free.begin(), free.end(), false) != free.end();
+  return Changed() || constraints.list.Count() > 0 ||
+         std::find(free.begin(), free.end(), false) != free.end();
 }
 
 void FrmBuildC::FormCleared() {
@@ -190,7 +191,7 @@ std::unique_ptr<GeneratorWindow> FrmBuildC::MakeViewer() {
   for (int row = 1; row <= rows.Count(); ++row) {
     model->factors.push_back({{rows.Folder(row), rows.FList(row).Text()}, Weight(row)});
   }
-  model->constraints = CFL.Items();
+  model->constraints = constraints.Paths();
   model->title = txtTitle.Text();
   model->palette = palette.Path();
   return std::make_unique<FrmDrawC>(app_, std::move(model));

@@ -1,0 +1,52 @@
+#include "parts/folder_choice.h"
+
+#include <filesystem>
+
+#include "text/paths.h"
+
+namespace ormel {
+
+FolderChoice::FolderChoice(ui::Window& window, ui::Desktop& desktop, NewFolders newFolders)
+    : Drive(window, "Drive"),
+      Dir(window, "Dir"),
+      cmdCreateFold(window, "cmdCreateFold", "Create Folder"),
+      desktop_(desktop) {
+  cmdCreateFold.SetVisible(newFolders == NewFolders::kOffered);
+  cmdCreateFold.SetToolTip("Make a new folder in this one");
+  cmdCreateFold.onClick = [this] { Create(); };
+  Drive.onChange = [this] {
+    Dir.SetFolder(Drive.Drive());
+    Tell();
+  };
+  Dir.onChange = [this] { Tell(); };
+}
+
+void FolderChoice::SetFolder(const std::string& folder) {
+  // The drive or root on which it lies: the text up to its first separator.
+  Drive.SetDrive(folder.substr(0, folder.find_first_of("/\\") + 1));
+  Dir.SetFolder(folder);
+}
+
+ui::LayoutItem FolderChoice::Area() {
+  return ui::Column{Drive, Dir, ui::Row{ui::Stretch{}, cmdCreateFold}};
+}
+
+void FolderChoice::Tell() {
+  if (onChange) onChange();
+}
+
+// The new folder is in sight, and the person stays in the old one.
+void FolderChoice::Create() {
+  const auto name = desktop_.Prompt("Folder Name:", "Create a New Folder", "");
+  if (!name || name->empty()) return;
+  const std::string path = JoinPath(Folder(), *name);
+  std::error_code error;
+  const bool isNew = std::filesystem::create_directory(path, error);
+  if (!isNew) {
+    desktop_.Message(path + ": " +
+                     (error ? "cannot be made: " + error.message() : "is there already"));
+  }
+  Dir.SetFolder(Folder());
+}
+
+}  // namespace ormel
