@@ -32,6 +32,12 @@ Outcome<int> SideFrom(const std::string& path, const std::string& text, const ch
 
 }  // namespace
 
+MapPlace CentreOf(const MapFrame& frame, int column, int row) {
+  const double half = frame.cellsize / 2;
+  return {frame.xllcorner + frame.cellsize * column - half,
+          frame.yllcorner + frame.cellsize * (frame.nrows - row) + half};
+}
+
 Outcome<MapFrame> ReadMapFrame(const std::string& path) {
   const Outcome<HeaderTexts> header = ReadHeaderTexts(path);
   if (!header.Ok()) return header.Stop();

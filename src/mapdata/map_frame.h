@@ -18,6 +18,15 @@ struct MapFrame {
   HeaderValues texts;  // as they are written: X and Y as default text, the others as they were read
 };
 
+// A place in map units.
+struct MapPlace {
+  double x = 0;
+  double y = 0;
+};
+
+// The centre of a cell, column and row from 1.
+MapPlace CentreOf(const MapFrame& frame, int column, int row);
+
 // The frame of the map at `path`. Fails when the file cannot be read, when a side is none of a map,
 // and when the file is too short for so many cells.
 [[nodiscard]] Outcome<MapFrame> ReadMapFrame(const std::string& path);

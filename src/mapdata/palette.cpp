@@ -50,6 +50,14 @@ Outcome<int> ReadPalette(const std::filesystem::path& path, Palette& palette) {
   return count;
 }
 
+Palette GreyPalette() {
+  Palette palette;
+  for (int i = 0; i < kPaletteColours; ++i) {
+    palette.colours[static_cast<std::size_t>(i)] = Rgb(i, i, i);
+  }
+  return palette;
+}
+
 std::string PaletteFolder(std::string_view programFolder) {
   std::string folder = std::string(programFolder) + "/Palettes/";
   RepairPath(folder);
@@ -72,11 +80,6 @@ Canvas ColourScale(const Palette& palette) {
   Canvas scale(2 * kPaletteColours, kColourScaleHeight);
   DrawColourScale(scale, palette);
   return scale;
-}
-
-std::optional<int> ColourNumberAsItStands(double value) {
-  if (!HasColourNumber(value)) return std::nullopt;
-  return ColourNumber(value);
 }
 
 UnscaledColours::UnscaledColours(const RasterRange& range)

@@ -8,7 +8,6 @@
 
 #include <array>
 #include <filesystem>
-#include <optional>
 #include <string>
 #include <string_view>
 
@@ -40,6 +39,9 @@ std::string CheckPaletteFile(const std::filesystem::path& path);
 // the file cannot be opened or read; the colours read up to there stay.
 [[nodiscard]] Outcome<int> ReadPalette(const std::filesystem::path& path, Palette& palette);
 
+// The grey palette in which a map is shown when the default palette cannot be read.
+Palette GreyPalette();
+
 // The folder that palette dialogs offer, with a separator at its end.
 std::string PaletteFolder(std::string_view programFolder);
 
@@ -57,10 +59,9 @@ inline int ColourNumber(double value) {
   return static_cast<int>(RoundSmall(value < kLast ? value : kLast));
 }
 
-// The colour number of a value of an unscaled map that is viewed as it stands. None outside 0 to
+// Whether a value of an unscaled map that is viewed as it stands has a colour number: from 0 to
 // 255.
 inline bool HasColourNumber(double value) { return value >= 0 && value <= kPaletteColours - 1; }
-std::optional<int> ColourNumberAsItStands(double value);
 
 // The colour numbers of an unscaled map that is viewed in a scaled version: its smallest value has
 // 0, its largest 255. A map with a single value has 0 everywhere.

@@ -209,12 +209,4 @@ ScaleEnds EndsOfScale(const MapPicture& picture) {
   return {picture.specs.Min, picture.specs.Max};
 }
 
-Palette GreyPalette() {
-  Palette palette;
-  for (int i = 0; i < kPaletteColours; ++i) {
-    palette.colours[static_cast<std::size_t>(i)] = Rgb(i, i, i);
-  }
-  return palette;
-}
-
 }  // namespace ormel

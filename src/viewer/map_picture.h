@@ -101,7 +101,4 @@ struct ScaleEnds {
 };
 ScaleEnds EndsOfScale(const MapPicture& picture);
 
-// The grey palette in which a map is shown when the default palette cannot be read.
-Palette GreyPalette();
-
 }  // namespace ormel

@@ -4,8 +4,10 @@
 #include <filesystem>
 #include <sstream>
 
+#include "mce/model_session.h"
 #include "parts/chosen_files.h"
 #include "parts/folder_choice.h"
+#include "parts/map_panel.h"
 #include "support/temporary_folder.h"
 #include "ui/headless/headless_desktop.h"
 
@@ -23,15 +25,18 @@ ChosenFilesSpec Spec() {
 
 class PartsWindow final : public ui::Window {
  public:
-  explicit PartsWindow(ui::Desktop& desktop)
+  explicit PartsWindow(AppContext& app)
       : Window("frmParts", "Parts"),
-        files(*this, desktop, Spec()),
-        folder(*this, desktop, NewFolders::kOffered) {
-    SetLayout(ui::Row{ui::Column{files.list, files.cmdAdd, files.cmdRemove}, folder.Area(), File});
+        files(*this, app.desktop, Spec()),
+        folder(*this, app.desktop, NewFolders::kOffered),
+        map(*this, app, "picPrev") {
+    SetLayout(ui::Row{ui::Column{files.list, files.cmdAdd, files.cmdRemove}, folder.Area(), File,
+                      map.Area()});
   }
 
   ChosenFiles files;
   FolderChoice folder;
+  MapPanel map;
   ui::FileList File{*this, "File", ui::ListBox::Choice::kMultiple, "*.asc"};
 };
 
@@ -46,7 +51,10 @@ class Parts : public ::testing::Test {
   TemporaryFolder disk_;
   std::ostringstream log_;
   ui::HeadlessDesktop desktop_{log_};
-  PartsWindow& window_ = desktop_.Show(std::make_unique<PartsWindow>(desktop_));
+  Settings settings_;
+  ModelSession session_;
+  AppContext app_{desktop_, settings_, session_};
+  PartsWindow& window_ = desktop_.Show(std::make_unique<PartsWindow>(app_));
   ChosenFiles& files_ = window_.files;
 };
 
@@ -121,6 +129,49 @@ TEST_F(Parts, FoldersThatCannotBeMadeAreTold) {
     ASSERT_TRUE(window_.folder.cmdCreateFold.Click().Ok());
     EXPECT_EQ(LastMessage().substr(0, message.size()), message);
   }
+}
+
+// 2 x 2 cells in the grey palette, stretched from 10 to 30, and one NODATA cell.
+TEST_F(Parts, MapsAreShownWithTheCellUnderThePointer) {
+  settings_.constraintColor = Rgb(1, 2, 3);
+  disk_.Write("map.asc", "c 2\r\nr 2\r\nx 100\r\ny 0\r\ns 10\r\nn -9\r\n 10 30\r\n 20 -9\r\n");
+  MapPanel& map = window_.map;
+  ASSERT_TRUE(map.Show((disk_ / "map.asc").string()));
+  const Canvas& picture = map.picture.Image();
+  const int side = picture.Width() / 2;
+  EXPECT_EQ(picture.Pixel(0, 0), Rgb(0, 0, 0));
+  EXPECT_EQ(picture.Pixel(side, 0), Rgb(255, 255, 255));
+  EXPECT_EQ(picture.Pixel(0, side), Rgb(128, 128, 128));  // 127.5 to the even one
+  EXPECT_EQ(picture.Pixel(side, side), Rgb(1, 2, 3));
+  EXPECT_EQ(map.lblLow.Caption() + " " + map.lblHigh.Caption(), "10 30");
+  int clicked = 0;
+  map.onCell = [&](const PreviewedMap::Cell& cell) { clicked = 10 * cell.column + cell.row; };
+  const auto at = [&](double x, double y) { return ui::MouseEvent{ui::MouseAction::kDown, x, y}; };
+  ASSERT_TRUE(map.picture.Mouse(at(side + 1, 2.0 * side - 1)).Ok());
+  EXPECT_EQ(map.lblCell.Caption(), "X: 115   Y: 5   Value: -9");
+  ASSERT_TRUE(map.picture.Mouse(at(2.0 * side, 0)).Ok());  // beside the map
+  EXPECT_EQ(clicked, 22);
+
+  disk_.Write("map.asc", "c 2\r\nr 2\r\nx 0\r\ny 0\r\ns 1\r\n 1 2\r\n 3");
+  EXPECT_TRUE(map.Show((disk_ / "map.asc").string()));
+  EXPECT_EQ(map.lblCell.Caption(), (disk_ / "map.asc").string() + ": ends in row 2 of 2");
+  EXPECT_EQ(map.picture.Image().Pixel(side, side), Rgb(1, 2, 3));
+  EXPECT_FALSE(map.Show("no/such.asc"));
+  EXPECT_EQ(LastMessage(), "no/such.asc: is not there");
+  EXPECT_EQ(map.Path(), "");
+}
+
+// Of a map larger than its picture every third cell is drawn, and told.
+TEST_F(Parts, LargeMapsTellTheCellsThatAreDrawn) {
+  constexpr int kColumns = 2000;
+  std::string text = "c 2000\r\nr 2\r\nx 0\r\ny 0\r\ns 1\r\n";
+  for (int i = 0; i < 2 * kColumns; ++i) text += " " + std::to_string(i);
+  disk_.Write("map.asc", text);
+  ASSERT_TRUE(window_.map.Show((disk_ / "map.asc").string()));
+  EXPECT_EQ(window_.map.picture.Image().Width(), kColumns / 3 + 1);
+  ASSERT_TRUE(window_.map.picture.Mouse({ui::MouseAction::kMove, 100.5, 0}).Ok());
+  // 100.5 * 2000 / 667 = 301.3: the cell of column 301, which holds 300
+  EXPECT_EQ(window_.map.lblCell.Caption(), "X: 300.5   Y: 1.5   Value: 300");
 }
 
 }  // namespace
