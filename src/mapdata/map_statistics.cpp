@@ -57,7 +57,7 @@ Outcome<> CountValues(const MapToCount& map, ProgressSink& progress, Count count
   Outcome<CellSource> source = OpenBehindHeader(map.path);
   if (!source.Ok()) return source.Stop();
   ConstraintValues constraint;
-  const Outcome<> opened = constraint.Open(map.constraint);
+  Outcome<> opened = constraint.Open(map.constraint);
   if (!opened.Ok()) return opened;
   const double nodata = NoDataOf(map.path);
   std::vector<double> values(kCellsAtOnce);

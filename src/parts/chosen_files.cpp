@@ -1,6 +1,7 @@
 #include "parts/chosen_files.h"
 
 #include <algorithm>
+#include <ranges>
 #include <utility>
 
 #include "text/paths.h"
@@ -70,7 +71,7 @@ void ChosenFiles::Remove() {
     return;
   }
   if (selected.empty()) list.Clear();
-  for (auto index = selected.rbegin(); index != selected.rend(); ++index) list.Remove(*index);
+  for (const int index : std::views::reverse(selected)) list.Remove(index);
   if (onRemoved) onRemoved();
 }
 
