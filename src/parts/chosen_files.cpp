@@ -1,7 +1,7 @@
 #include "parts/chosen_files.h"
 
 #include <algorithm>
-#include <ranges>
+#include <cstddef>
 #include <utility>
 
 #include "text/paths.h"
@@ -71,7 +71,7 @@ void ChosenFiles::Remove() {
     return;
   }
   if (selected.empty()) list.Clear();
-  for (const int index : std::views::reverse(selected)) list.Remove(index);
+  for (std::size_t i = selected.size(); i-- > 0;) list.Remove(selected[i]);
   if (onRemoved) onRemoved();
 }
 
