@@ -1,10 +1,12 @@
-// Smooth lines, dots and figures on a canvas, for graphs: their edges are mixed with what lies
-// beneath. Places and sizes are in units of which the caller says how many pixels they have, so
-// that a graph looks alike in every size.
+// Smooth lines, areas, dots and letters on a canvas, for charts: their edges are mixed with what
+// lies beneath. Places and sizes are in units of which the caller says how many pixels they have,
+// so that a chart looks alike in every size. Places may lie anywhere, and what is not a number lies
+// far outside.
 #pragma once
 
 #include <span>
 #include <string_view>
+#include <vector>
 
 #include "base/canvas.h"
 
@@ -23,6 +25,7 @@ class Ink {
   // The canvas in units.
   double Width() const { return canvas_.Width() / scale_; }
   double Height() const { return canvas_.Height() / scale_; }
+  double PixelsPerUnit() const { return scale_; }
 
   // Nothing is drawn outside the rectangle until Unclip().
   void Clip(double left, double top, double right, double bottom);
@@ -30,16 +33,34 @@ class Ink {
 
   // A rectangle without smooth edges. One without width or height is a line of one pixel.
   void Block(double left, double top, double right, double bottom, Colour colour);
-  // A line through all points with round ends, `pen` wide. Points may lie anywhere.
+  // Level and upright lines of whole pixels, about a unit thick: grids and axes. The line's pixels
+  // begin where the place given lies.
+  void LevelLine(double left, double right, double y, Colour colour);
+  void UprightLine(double x, double top, double bottom, Colour colour);
+  // A level line of dashes that are as long as the gaps between them.
+  void LevelDashes(double left, double right, double y, double dash, Colour colour);
+
+  // A line through all points with round ends, `pen` wide.
   void Stroke(std::span<const InkPoint> path, double pen, Colour colour);
+  // The same in dashes; `gap` is measured from the end of a dash to the middle of the next one's
+  // round end.
+  void Dashes(std::span<const InkPoint> path, double pen, double dash, double gap, Colour colour);
   void Dot(InkPoint centre, double radius, Colour colour) {
     Stroke({&centre, 1}, 2 * radius, colour);
   }
+  // The inside of the polygon whose last corner is joined to the first. Its outline may cross
+  // itself: then both sides of the crossing are inside.
+  void Area(std::span<const InkPoint> outline, Colour colour);
 
-  // Figures: digits and + - . : / E and blanks, as numbers and dates need them; other letters leave
-  // a gap. (x, y) is the left end of their foot.
-  void Figures(double x, double y, std::string_view text, double height, Colour colour);
-  static double FiguresWidth(std::string_view text, double height);
+  // A line of text in UTF-8, in the letters of stroke_font.h; `height` is that of a capital, and
+  // (x, y) the left end of the line's foot. Upright text runs upward: (x, y) is the lower end of
+  // the foot, which lies at its right.
+  void Text(double x, double y, std::string_view text, double height, Colour colour);
+  void UprightText(double x, double y, std::string_view text, double height, Colour colour);
+  // The length of a text of that height.
+  static double TextWidth(std::string_view text, double height);
+  // How far letters such as g reach below the foot.
+  static double TextDepth(double height);
 
  private:
   struct Box {
@@ -47,9 +68,25 @@ class Ink {
     int top = 0;
     int right = 0;  // the first column and row outside
     int bottom = 0;
+    bool Empty() const { return left >= right || top >= bottom; }
   };
+  // Where a text goes on the canvas: its origin and directions, in pixels.
+  struct Writing {
+    InkPoint origin;
+    InkPoint along;
+    InkPoint down;
+  };
+  class Cover;
+
+  Box Clipped(Box box) const;
   // The pixels within `reach` pixels of the path, as far as they may be drawn on.
   Box BoxAround(std::span<const InkPoint> path, double reach) const;
+  std::vector<InkPoint> ToPixels(std::span<const InkPoint> path) const;
+  int LineThickness() const;
+  // In pixels.
+  void StrokePixels(std::span<const InkPoint> corners, double radius, Colour colour);
+  void Mix(const Cover& cover, Colour colour);
+  void Write(const Writing& writing, std::string_view text, double height, Colour colour);
 
   Canvas& canvas_;
   double scale_;

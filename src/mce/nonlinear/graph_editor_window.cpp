@@ -7,6 +7,7 @@
 
 #include "mce/nonlinear/graph_csv.h"
 #include "mce/nonlinear/graph_text.h"
+#include "movies/bitmap.h"
 #include "text/numbers.h"
 #include "ui/desktop.h"
 #include "ui/save_dialog.h"
@@ -38,18 +39,8 @@ constexpr struct {
 
 }  // namespace
 
-GraphAxis FactorValueAxis() {
-  GraphAxis axis;
-  axis.caption = "Value:";
-  for (int value = 0; value <= kLargestFactorValue; value += 51) {
-    axis.ticks.push_back({static_cast<double>(value) / kLargestFactorValue, std::to_string(value)});
-  }
-  axis.textAt = [](double place) { return NumberText(HalfEvenRound(place * kLargestFactorValue)); };
-  return axis;
-}
-
 GraphEditor::GraphEditor(ui::Window& window, AppContext& app, GraphAxis axis, WeightGraph& graph)
-    : picPlot(window, "picPlot"),
+    : plot(window, app, "Plot", PlotFrame::kWidth, PlotFrame::kHeight),
       lblYMax(window, "lblYMax"),
       lblYavg(window, "lblYavg"),
       lblYMin(window, "lblYMin"),
@@ -73,15 +64,14 @@ GraphEditor::GraphEditor(ui::Window& window, AppContext& app, GraphAxis axis, We
       forms_(window) {
   ConnectHandlers();
   Show(graph);
-  picPlot.SetPainter(PlotFrame::kWidth, PlotFrame::kHeight,
-                     [this](Canvas& canvas) { Paint(canvas); });
 }
 
 void GraphEditor::ConnectHandlers() {
   forms_.onType = [this](GraphType type) { TakeType(type); };
   forms_.onParameters = [this](const GraphParameters& parameters) { TakeParameters(parameters); };
-  picPlot.onMouse = [this](const ui::MouseEvent& event) { UseMouse(event); };
-  picPlot.onKey = [this](const std::string& key) { UseKey(key); };
+  plot.picture.SetToolTip("");
+  plot.picture.onMouse = [this](const ui::MouseEvent& event) { UseMouse(event); };
+  plot.picture.onKey = [this](const std::string& key) { UseKey(key); };
   for (ui::TextBox* limit : {&txtPointMax, &txtPointMin}) {
     limit->onChange = [this] { ComputePoints(); };
   }
@@ -95,6 +85,7 @@ void GraphEditor::ConnectHandlers() {
   cmdSaveCSV.onClick = [this] { SaveCsv(); };
   cmdLoad.onClick = [this] { LoadGraph(); };
   cmdSave.onClick = [this] { SaveGraph(); };
+  plot.write = WriteBitmap;
   cmdLoad.SetToolTip("Take a graph from a file");
   cmdSave.SetToolTip("Keep this graph in a file, for other factors and models");
 }
@@ -109,15 +100,15 @@ ui::LayoutItem GraphEditor::Area() {
   return ui::Column{
       forms_.Types(),
       ui::Share(1,
-                ui::Row{ui::Share(5, picPlot),
+                ui::Row{ui::Share(5, plot.picture),
                         ui::Share(2, ui::Column{forms_.Frames(std::move(points)), ui::Stretch{}})}),
-      ui::Row{
-          ui::Share(1, ui::Frame{"Under the mouse", ui::Row{axis_.caption, ui::Share(1, lblPlace),
-                                                            "Weight:", ui::Share(2, lblWeight)}}),
-          ui::Share(
-              1, ui::Frame{"Limits of the plot",
-                           ui::Row{"Lowest:", ui::Share(1, lblYMin), "Mean:", ui::Share(1, lblYavg),
-                                   "Highest:", ui::Share(1, lblYMax)}})},
+      ui::Row{ui::Share(
+                  1, ui::Frame{"Under the mouse", ui::Row{axis_.title + ":", ui::Share(1, lblPlace),
+                                                          "Weight:", ui::Share(2, lblWeight)}}),
+              ui::Share(
+                  1, ui::Frame{"Limits of the plot", ui::Row{"Lowest:", ui::Share(1, lblYMin),
+                                                             "Mean:", ui::Share(1, lblYavg),
+                                                             "Highest:", ui::Share(1, lblYMax)}})},
       lblHint};
 }
 
@@ -127,16 +118,15 @@ PlotFrame GraphEditor::Frame() const {
   return dragFrame_ ? *dragFrame_ : PlotFrame(graph_->topValue, graph_->bottomValue);
 }
 
-void GraphEditor::Paint(Canvas& canvas) const {
-  GraphPlot plot;
-  plot.ticks = axis_.ticks;
-  plot.curves.push_back({graph_->samples, kCurveColour});
-  plot.pointer = pointer_;
+void GraphEditor::Draw() {
+  GraphPlot shown{axis_};
+  shown.curves.push_back({graph_->samples, kCurveColour});
+  shown.pointer = pointer_;
   if (ShowsPoints()) {
-    plot.points = std::span(graph_->points).first(static_cast<std::size_t>(graph_->pointCount));
-    plot.selected = selected_;
+    shown.points = std::span(graph_->points).first(static_cast<std::size_t>(graph_->pointCount));
+    shown.selected = selected_;
   }
-  DrawGraphPlot(canvas, Frame(), plot);
+  plot.Show(WeightChart(Frame(), shown));
 }
 
 // Everything that depends on the curve. `computed` says whether it is that of the parameters.
@@ -149,7 +139,7 @@ void GraphEditor::Refresh(bool computed) {
   lblHint.SetCaption(computed ? hint.help : hint.fault);
   forms_.DrawTypes(*graph_);
   if (pointer_ >= 0) ReadOut(pointer_);
-  picPlot.Repaint();
+  Draw();
 }
 
 void GraphEditor::ReadOut(double place) {
@@ -200,7 +190,7 @@ void GraphEditor::ComputePoints() { Refresh(computeCustom(*graph_, TopTyped(), B
 void GraphEditor::SelectPoint(int index) {
   selected_ = std::clamp(index, 1, graph_->pointCount);
   ShowPoint();
-  picPlot.Repaint();
+  Draw();
 }
 
 void GraphEditor::ShowPoint() {
@@ -259,10 +249,11 @@ void GraphEditor::UseMouse(const ui::MouseEvent& event) {
     dragFrame_.reset();
     Refresh(true);
   }
-  picPlot.Repaint();
+  Draw();
 }
 
 void GraphEditor::UseKey(const std::string& key) {
+  if (key == "Ctrl+C") return plot.Copy();
   if (!ShowsPoints()) return;
   const PlotFrame frame = Frame();
   const double step = std::max((frame.High() - frame.Low()) / 100, kSmallestMove);

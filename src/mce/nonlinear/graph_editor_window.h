@@ -15,15 +15,10 @@
 #include "mce/nonlinear/graph_plot.h"
 #include "mce/nonlinear/weight_graph.h"
 #include "parts/app_context.h"
+#include "parts/chart_picture.h"
 #include "ui/window.h"
 
 namespace ormel {
-
-struct GraphAxis {
-  std::string caption;  // of the place under the mouse: "Value:"
-  std::vector<PlotTick> ticks;
-  std::function<std::string(double place)> textAt;  // of a part of the axis, 0 to 1
-};
 
 class GraphEditor {
  public:
@@ -33,13 +28,13 @@ class GraphEditor {
   // Edits this graph from now on. Its samples are computed anew.
   void Show(WeightGraph& graph);
 
-  // Everything but the buttons of graph files.
+  // Everything but the buttons of graph files and of the plot's picture.
   ui::LayoutItem Area();
 
   // Where a person begins.
-  ui::Control& FirstControl() { return ShowsPoints() ? picPlot : forms_.FirstField(); }
+  ui::Control& FirstControl() { return ShowsPoints() ? plot.picture : forms_.FirstField(); }
 
-  ui::Picture picPlot;
+  ChartPicture plot;
   ui::Label lblYMax;
   ui::Label lblYavg;
   ui::Label lblYMin;
@@ -60,7 +55,7 @@ class GraphEditor {
  private:
   void ConnectHandlers();
   PlotFrame Frame() const;
-  void Paint(Canvas& canvas) const;
+  void Draw();
   bool ShowsPoints() const { return forms_.Shown() == GraphType::kCustom; }
 
   void TakeType(GraphType type);
@@ -95,8 +90,5 @@ class GraphEditor {
   double pointer_ = -1;                 // place under the mouse; -1: none
   std::optional<PlotFrame> dragFrame_;  // stands still while a point is dragged
 };
-
-// The axis of a factor's values, 0 to 255.
-GraphAxis FactorValueAxis();
 
 }  // namespace ormel

@@ -2,24 +2,21 @@
 // scale, and the small pictures of a curve.
 #pragma once
 
+#include <functional>
 #include <span>
 #include <string>
 #include <vector>
 
 #include "base/canvas.h"
+#include "charts/chart.h"
 #include "mce/nonlinear/weight_graph.h"
 
 namespace ormel {
 
-// A mark on the horizontal axis. The text is of figures: a number or a date.
-struct PlotTick {
-  double place = 0;  // part of the axis before it, 0 to 1
-  std::string text;
-};
-
 struct PlotCurve {
   std::span<const double> samples;  // at least 2, at equal spacing over the axis
   Colour colour = 0;
+  std::string name{};  // in the legend
 };
 
 inline constexpr Colour kCurveColour = Rgb(24, 90, 168);
@@ -41,9 +38,10 @@ class PlotFrame {
 
   double High() const { return high_; }
   double Low() const { return low_; }
+  // The weights from the lower to the upper edge; infinite where the margin leaves a double's
+  // range.
+  Range Band() const { return {bandBottom_, bandTop_}; }
 
-  double X(double place) const { return kLeft + place * (kRight - kLeft); }
-  double Y(double weight) const;
   // The part of the axis before x, 0 to 1: beside the plot the nearer end.
   double PlaceAt(double x) const;
   // Above and below the plot as well.
@@ -60,21 +58,29 @@ class PlotFrame {
   double bandBottom_;
 };
 
-struct GraphPlot {
-  std::vector<PlotTick> ticks;
-  std::vector<PlotCurve> curves;   // the area of a single one is tinted
-  std::span<const double> points;  // control points, drawn as handles
-  int selected = 0;                // the emphasised one, from 1; 0: none
-  double pointer = -1;             // place whose weight is marked on the first curve; -1: none
+// What the horizontal axis of a graph means. Its places are parts of it, 0 to 1.
+struct GraphAxis {
+  std::string title{};
+  std::vector<AxisMark> ticks{};
+  std::function<std::string(double place)> textAt{};
 };
 
-// The plot over the whole canvas, whose proportions should be those of the frame.
-void DrawGraphPlot(Canvas& canvas, const PlotFrame& frame, const GraphPlot& plot);
+// The axis of a factor's values, 0 to 255.
+GraphAxis FactorValueAxis();
+
+struct GraphPlot {
+  GraphAxis axis;
+  std::vector<PlotCurve> curves{};   // the area of a single one is tinted
+  std::span<const double> points{};  // control points, drawn as handles
+  int selected = 0;                  // the emphasised one, from 1; 0: none
+  double pointer = -1;               // place whose weight is marked on the first curve; -1: none
+};
+
+// The plot, to be drawn PlotFrame::kWidth units wide on a canvas of the frame's proportions. The
+// curves' samples are copied.
+Chart WeightChart(const PlotFrame& frame, const GraphPlot& plot);
 
 // A picture of the curve alone, in any size. `chosen` puts it into a coloured frame.
 void DrawCurvePicture(Canvas& canvas, const WeightGraph& graph, bool chosen);
-
-// Round numbers from `low` to `high`, about five of them, ascending.
-std::vector<double> RoundMarks(double low, double high);
 
 }  // namespace ormel

@@ -4,10 +4,10 @@
 #include <iterator>
 #include <utility>
 
-#include "mce/nonlinear/graph_editor_window.h"
 #include "mce/nonlinear/graph_plot.h"
 #include "mce/nonlinear/nonlinear_map_window.h"
 #include "mce/nonlinear/weight_window.h"
+#include "movies/bitmap.h"
 #include "text/numbers.h"
 
 namespace ormel {
@@ -36,6 +36,7 @@ FrmBuildC::FrmBuildC(AppContext& app)
                      {"mViewAll", "View All Weights", "", [this] { ViewAllWeights(); }, {}}}) {
   cmdReset.SetToolTip("Let every value of every factor weigh itself");
   cmdViewAll.SetToolTip("Draw the graphs of all factors in one scale");
+  preview.write = WriteBitmap;
   cmdReset.onClick = [this] { ResetWeights(); };
   cmdViewAll.onClick = [this] { ViewAllWeights(); };
   Begin();
@@ -83,8 +84,9 @@ std::vector<ui::LayoutItem> FrmBuildC::RowCells(int row) {
 std::vector<ui::LayoutItem> FrmBuildC::RowTools() { return {cmdReset, cmdViewAll}; }
 
 std::vector<ui::LayoutItem> FrmBuildC::FurtherFrames() {
-  return {ui::Share(4, ui::Frame{fraPreview, picPreview,
-                                 ui::Row{"Lowest:", lblYMin, ui::Stretch{}, "Highest:", lblYMax}})};
+  return {ui::Share(4, ui::Frame{fraPreview, preview.picture, preview.lblRead,
+                                 ui::Row{"Lowest:", lblYMin, ui::Stretch{}, "Highest:", lblYMax,
+                                         ui::Stretch{}, preview.cmdCopy, preview.cmdSave}})};
 }
 
 std::array<std::string, 2> FrmBuildC::RowFields(int row) const { return FieldsOf(Weight(row)); }
@@ -173,14 +175,13 @@ void FrmBuildC::ShowPreview() {
   lblYMax.SetCaption(NumberText(HalfEvenRound(limits.largest, kLimitPlaces)));
   lblYMin.SetCaption(NumberText(HalfEvenRound(limits.smallest, kLimitPlaces)));
   fraPreview.SetCaption(viewsAll_ ? "All weight graphs" : "Weight graph of " + RowName(selected_));
-  picPreview.SetPainter(PlotFrame::kWidth, PlotFrame::kHeight, [this, limits](Canvas& canvas) {
-    GraphPlot plot;
-    plot.ticks = FactorValueAxis().ticks;
-    for (const int row : RowsOnShow()) {
-      plot.curves.push_back({Weight(row).graph.samples, Weight(row).colour});
-    }
-    DrawGraphPlot(canvas, {limits.largest, limits.smallest}, plot);
-  });
+  GraphPlot plot{FactorValueAxis()};
+  for (const int row : RowsOnShow()) {
+    plot.curves.push_back({Weight(row).graph.samples, Weight(row).colour, RowName(row)});
+  }
+  Chart chart = WeightChart({limits.largest, limits.smallest}, plot);
+  chart.frame.reset();
+  preview.Show(std::move(chart));
   for (const auto& picture : PicCW) picture->Repaint();
 }
 

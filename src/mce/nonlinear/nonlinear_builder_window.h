@@ -9,6 +9,7 @@
 
 #include "mce/builder_window.h"
 #include "mce/nonlinear/nonlinear_model.h"
+#include "parts/chart_picture.h"
 
 namespace ormel {
 
@@ -26,7 +27,7 @@ class FrmBuildC final : public BuilderWindow {
   ui::Button cmdReset{*this, "cmdReset", "Reset Weights"};
   ui::Button cmdViewAll{*this, "cmdViewAll", "View All Weights"};
   ui::FrameControl fraPreview{*this, "fraPreview"};
-  ui::Picture picPreview{*this, "picPreview"};
+  ChartPicture preview{*this, app_, "Preview", 480, 315};
   ui::Label lblYMax{*this, "lblYMax"};
   ui::Label lblYMin{*this, "lblYMin"};
 

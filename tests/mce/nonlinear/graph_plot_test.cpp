@@ -4,7 +4,7 @@
 
 #include <cmath>
 
-#include "charts/ink.h"
+#include "charts/chart_drawing.h"
 
 namespace ormel {
 namespace {
@@ -22,17 +22,21 @@ TEST(PlotFrame, TheBandRunsATwentiethOfTheRangeBeyondTheLimits) {
     const PlotFrame frame(test.top, test.bottom);
     EXPECT_EQ(frame.High(), test.high);
     EXPECT_EQ(frame.Low(), test.low);
-    EXPECT_NEAR(frame.Y(test.high), 10 + 380 / 22.0, 1e-9);
-    EXPECT_NEAR(frame.Y(test.low), 390 - 380 / 22.0, 1e-9);
+    const Chart chart = WeightChart(frame, {});
+    const ChartLayout drawn(chart, PlotFrame::kWidth, PlotFrame::kHeight);
+    EXPECT_NEAR(drawn.PlaceY({0, test.high}), 10 + 380 / 22.0, 1e-9);
+    EXPECT_NEAR(drawn.PlaceY({0, test.low}), 390 - 380 / 22.0, 1e-9);
+    EXPECT_NEAR(drawn.PlaceX({0.25, 0}), 60 + 562 / 4.0, 1e-9);
     EXPECT_NEAR(frame.WeightAt(10), test.atTop, 1e-9);
     EXPECT_NEAR(frame.WeightAt(390), test.atBottom, 1e-9);
     EXPECT_NEAR(frame.WeightAt(200), test.middle, 1e-9);
     EXPECT_NEAR(frame.WeightAt(0), test.above, 1e-9);  // dragging goes beyond the plot
   }
-  // Weights that no double tells apart lie in the middle.
+  // Limits at the ends of what a double can tell, and limits that it cannot tell apart.
   for (const auto& [top, bottom] : {std::pair(1.7e308, -1.7e308), std::pair(1e20, 1e20)}) {
     const PlotFrame frame(top, bottom);
-    EXPECT_EQ(frame.Y(top), 200);
+    const Chart chart = WeightChart(frame, {});
+    EXPECT_NEAR(ChartLayout(chart, 640, 420).PlaceY({0, bottom / 2 + top / 2}), 200, 1e-6);
     EXPECT_TRUE(std::isfinite(frame.WeightAt(100)));
   }
 }
@@ -60,15 +64,6 @@ TEST(PlotFrame, APressPicksThePointThatIsNear) {
   for (const auto& [x, place] : places) EXPECT_EQ(frame.PlaceAt(x), place) << x;
 }
 
-TEST(RoundMarks, AreRoundNumbersWithinTheLimits) {
-  using Marks = std::vector<double>;
-  EXPECT_EQ(RoundMarks(0, 255), (Marks{0, 100, 200}));
-  EXPECT_EQ(RoundMarks(0, 1), (Marks{0, 0.2, 0.4, 0.6, 0.8, 1}));
-  EXPECT_EQ(RoundMarks(-7, 18), (Marks{-5, 0, 5, 10, 15}));
-  EXPECT_EQ(RoundMarks(3, 3), Marks());
-  EXPECT_EQ(RoundMarks(-1.7e308, 1.7e308), Marks());
-}
-
 constexpr Colour kTint = Rgb(232, 240, 250);
 
 WeightGraph Line(const char* initial, const char* final) {
@@ -77,11 +72,15 @@ WeightGraph Line(const char* initial, const char* final) {
   return graph;
 }
 
+void Draw(Canvas& canvas, const PlotFrame& frame, const GraphPlot& plot) {
+  DrawChart(canvas, WeightChart(frame, plot), PlotFrame::kWidth);
+}
+
 TEST(GraphPlot, LooksAlikeInEverySizeAndShowsWhichIsChosen) {
   const WeightGraph line = Line("0", "255");
   for (const int scale : {1, 2}) {
     Canvas canvas(640 * scale, 420 * scale);
-    DrawGraphPlot(canvas, PlotFrame(255, 0), {{{0.5, "128"}}, {{line.samples, kBlack}}, {}});
+    Draw(canvas, PlotFrame(255, 0), {{"Value", {{0.5, "128"}}}, {{line.samples, kBlack}}});
     const auto at = [&](int x, int y) { return canvas.Pixel(x * scale, y * scale); };
     EXPECT_EQ(at(200, 286), kBlack);  // weight 63.5 lies at 286.7
     EXPECT_EQ(at(200, 250), kWhite);
@@ -111,8 +110,8 @@ TEST(GraphPlot, AnyWeightsAndSizesAreDrawn) {
     const WeightGraph flat = Line(weight, weight);
     for (const double top : {flat.topValue, 1.7e308}) {
       Canvas canvas(1280, 840);
-      DrawGraphPlot(canvas, PlotFrame(top, flat.topValue),
-                    {{{0, "?"}, {1, "1/1/2000"}}, {{flat.samples, kBlack}}, {}, 0, 1});
+      Draw(canvas, PlotFrame(top, flat.topValue),
+           {{"", {{0, "?"}, {1, "1/1/2000"}}}, {{flat.samples, kBlack}}, {}, 0, 1});
       EXPECT_TRUE(Holds(canvas, kBlack)) << weight << " " << top;
     }
     Canvas picture(60, 40);
@@ -122,35 +121,9 @@ TEST(GraphPlot, AnyWeightsAndSizesAreDrawn) {
   const WeightGraph line = Line("0", "1");
   for (const auto& [width, height] : {std::pair(0, 0), std::pair(1, 1), std::pair(3, 900)}) {
     Canvas canvas(width, height);
-    DrawGraphPlot(canvas, PlotFrame(1, 0),
-                  {{{0, "0"}}, {{line.samples, 0}}, line.samples, 256, 0.5});
+    Draw(canvas, PlotFrame(1, 0), {FactorValueAxis(), {{line.samples, 0}}, line.samples, 256, 0.5});
     DrawCurvePicture(canvas, line, true);
     EXPECT_TRUE(canvas.Empty() || canvas.Pixel(0, 0) == kCurveColour);
-  }
-}
-
-TEST(Ink, EdgesAreMixedOnceAndBlocksHaveAPixelInsideTheClip) {
-  Canvas mixed(10, 10);
-  const InkPoint path[] = {{1, 5}, {5, 5}, {9, 5}, {3, 5}};
-  Ink(mixed, 1).Stroke(path, 1, kBlack);  // covers half of the rows 4 and 5
-  for (int x = 2; x < 8; ++x) {
-    EXPECT_EQ(mixed.Pixel(x, 3), kWhite) << x;
-    EXPECT_EQ(mixed.Pixel(x, 4), Rgb(128, 128, 128)) << x;
-    EXPECT_EQ(mixed.Pixel(x, 5), Rgb(128, 128, 128)) << x;
-  }
-  Canvas canvas(10, 10);
-  Ink ink(canvas, 2);
-  ink.Clip(0, 0, 5, 4);
-  ink.Block(1, 1, 2, 3, kBlack);
-  ink.Block(4, -9, 4, 9, kTint);
-  const InkPoint far[] = {{-1e300, 3.75}, {1e300, 3.75}, {1e300, 4.25}, {-1e300, 4.25}};
-  ink.Stroke(far, 0.5, kBlack);  // rows 7 and 8, of which 8 lies outside
-  const char* rows[] = {"........H.", "........H.", "..BB....H.", "..BB....H.", "..BB....H.",
-                        "..BB....H.", "........H.", "BBBBBBBBBB", "..........", ".........."};
-  for (int i = 0; i < 100; ++i) {
-    const char pixel = rows[i / 10][i % 10];
-    const Colour expected = pixel == 'B' ? kBlack : pixel == 'H' ? kTint : kWhite;
-    EXPECT_EQ(canvas.Pixel(i % 10, i / 10), expected) << i;
   }
 }
 
