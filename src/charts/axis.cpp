@@ -117,12 +117,11 @@ std::vector<double> DatesOf(const DateStep& step, Range range) {
   if (step.unit == DateStepUnit::kSeconds) range.low = std::max(range.low, 0.0);
   std::vector<double> dates;
   if (!(range.low <= range.high)) return dates;
-  std::int64_t number = NumberBefore(step, range.low);
-  for (double date = DateOfNumber(step, number); date <= range.high;
-       date = DateOfNumber(step, ++number)) {
+  for (std::int64_t number = NumberBefore(step, range.low);; ++number) {
+    const double date = DateOfNumber(step, number);
+    if (date > range.high) return dates;
     if (date >= range.low) dates.push_back(date);
   }
-  return dates;
 }
 
 // The larger unit is told at the first mark and where it changes.

@@ -384,10 +384,12 @@ void Painter::DrawTitles() {
 }
 
 void Painter::DrawTitlesInside() {
-  constexpr double kHeight = 9;
-  constexpr double kGap = 6;
-  ink_.Text(frame_.left + kGap, frame_.top + kHeight + 1, chart_.y.title, kHeight, kTextColour);
-  ink_.Text(frame_.right - kGap - Ink::TextWidth(chart_.x.title, kHeight), frame_.bottom - kGap,
+  constexpr double kHeight = 8.5;
+  constexpr double kAside = 6;
+  constexpr double kGap = 4;
+  ink_.Text(frame_.left + kAside, frame_.top + kHeight + kGap / 2, chart_.y.title, kHeight,
+            kTextColour);
+  ink_.Text(frame_.right - kAside - Ink::TextWidth(chart_.x.title, kHeight), frame_.bottom - kGap,
             chart_.x.title, kHeight, kTextColour);
 }
 
@@ -441,9 +443,9 @@ void Painter::Paint() {
   DrawMarkTexts();
   DrawTitles();
   DrawLegend();
-  if (chart_.pointer) DrawPointer(*chart_.pointer);
   ClipAround();
   DrawKind(SeriesKind::kLine);
+  if (chart_.pointer) DrawPointer(*chart_.pointer);
   DrawKind(SeriesKind::kPoints);
 }
 

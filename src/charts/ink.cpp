@@ -196,8 +196,10 @@ void Ink::UprightLine(double x, double top, double bottom, Colour colour) {
 }
 
 void Ink::LevelDashes(double left, double right, double y, double dash, Colour colour) {
-  for (double x = left; x < right; x += 2 * dash) {
-    LevelLine(x, std::min(x + dash, right), y, colour);
+  const int count = ToPixel((right - left) / (2 * dash));
+  for (int i = 0; i <= count; ++i) {
+    const double begin = left + i * 2 * dash;
+    LevelLine(begin, std::min(begin + dash, right), y, colour);
   }
 }
 
@@ -250,27 +252,25 @@ void Ink::StrokePixels(std::span<const InkPoint> corners, double radius, Colour 
 
 void Ink::Dashes(std::span<const InkPoint> path, double pen, double dash, double gap,
                  Colour colour) {
+  const double radius = std::max(pen * scale_, 1.0) / 2;
   const double lengths[] = {std::max(dash * scale_, 1.0), std::max((gap + pen) * scale_, 1.0)};
   const std::vector<InkPoint> corners = ToPixels(path);
   if (corners.empty()) return;
   std::vector<InkPoint> line{corners.front()};
-  bool draws = true;
-  double left = lengths[0];
-  for (std::size_t i = 1; i < corners.size(); ++i) {
-    InkPoint from = corners[i - 1];
-    double way = Distance(from, corners[i]);
-    for (; way > left; left = lengths[draws ? 0 : 1]) {
-      from = Between(from, corners[i], left / way);
-      way = Distance(from, corners[i]);
-      line.push_back(from);
-      if (draws) StrokePixels(line, std::max(pen * scale_, 1.0) / 2, colour);
-      line.assign(1, from);
-      draws = !draws;
+  std::size_t isGap = 0;
+  double left = lengths[0];  // of the dash or gap that is walked
+  for (const InkPoint& corner : corners) {
+    while (Distance(line.back(), corner) > left) {
+      line.push_back(Between(line.back(), corner, left / Distance(line.back(), corner)));
+      if (isGap == 0) StrokePixels(line, radius, colour);
+      line.erase(line.begin(), line.end() - 1);
+      isGap = 1 - isGap;
+      left = lengths[isGap];
     }
-    left -= way;
-    line.push_back(corners[i]);
+    left -= Distance(line.back(), corner);
+    line.push_back(corner);
   }
-  if (draws) StrokePixels(line, std::max(pen * scale_, 1.0) / 2, colour);
+  if (isGap == 0) StrokePixels(line, radius, colour);
 }
 
 void Ink::Area(std::span<const InkPoint> outline, Colour colour) {

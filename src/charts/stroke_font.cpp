@@ -149,20 +149,20 @@ constexpr std::string_view kAccentOf = "`'^~:o,`'^:`'^:~`'^~:`'^:'`'^~:o,`'^:`'^
 static_assert(kAccented.size() == kBases.size() && kAccented.size() == kAccentOf.size());
 
 struct Accent {
-  char letter;
   std::string_view lines;  // over, or under, a small letter that is kAccentWidth parts wide
+  char letter;
   bool isBelow = false;
 };
 constexpr int kAccentWidth = 6;
 constexpr int kRiseOnCapitals = 4;
 constexpr Accent kAccents[] = {
-    {'`', "10 42"},
-    {'\'', "50 22"},
-    {'^', "02 30 62"},
-    {'~', "02 20 42 60"},
-    {':', "11|51"},
-    {'o', "20 40 51 42 22 11 20"},
-    {',', "3C 4E 2G 1G", true},
+    {"10 42", '`'},
+    {"50 22", '\''},
+    {"02 30 62", '^'},
+    {"02 20 42 60", '~'},
+    {"11|51", ':'},
+    {"20 40 51 42 22 11 20", 'o'},
+    {"3C 4E 2G 1G", ',', true},
 };
 
 int Digit(char c) { return c <= '9' ? c - '0' : c - 'A' + 10; }

@@ -76,13 +76,14 @@ void ChartPicture::Paint(Canvas& canvas) {
   const auto fits = [&](const Canvas& one) {
     return one.Width() == canvas.Width() && one.Height() == canvas.Height();
   };
-  auto found = std::find_if(painted_.begin(), painted_.end(), fits);
-  if (found == painted_.end()) {
-    if (painted_.size() == kMostSizes) painted_.erase(painted_.begin());
+  const auto found = std::find_if(painted_.begin(), painted_.end(), fits);
+  if (found != painted_.end()) {
+    canvas = *found;
+  } else {
     DrawChart(canvas, *layout_);
-    found = painted_.insert(painted_.end(), canvas);
+    if (painted_.size() == kMostSizes) painted_.erase(painted_.begin());
+    painted_.push_back(canvas);
   }
-  canvas = *found;
   if (read_) DrawPointer(canvas, *layout_, read_->place);
 }
 

@@ -162,7 +162,7 @@ TEST(ChartLayout, LeadsBackToSamplesAndPlaces) {
 TEST(Shortened, KeepsBothEndsAndWholeLetters) {
   EXPECT_EQ(Shortened("wolves.csv", 9, 200), "wolves.csv");
   const std::string path = "/home/ranger/räüber/öst/2021/wölfe.csv";
-  for (double room = 40; room < 300; room += 3) {
+  for (int room = 40; room < 300; room += 3) {
     const std::string text = Shortened(path, 9, room);
     EXPECT_LE(Ink::TextWidth(text, 9), room);
     EXPECT_EQ(text.front(), '/');
@@ -258,7 +258,8 @@ TEST(DrawChart, TheLineOfNoSkillIsDashedAndPointersReachTheirAxis) {
   Canvas canvas = Picture(chart);
   int changes = 0;
   bool was = false;
-  for (double x = 0.01; x < 1; x += 0.001) {
+  for (int i = 10; i < 1000; ++i) {
+    const double x = i / 1000.0;
     const int column = Whole(layout.X().scale.At(x));
     const bool is = Green(canvas.Pixel(column, Whole(layout.Y().scale.At(x)))) < 128;
     changes += is != was;
