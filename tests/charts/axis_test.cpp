@@ -131,7 +131,8 @@ TEST(MarksOf, TextsNeverOverlapAndStayInThePicture) {
   std::uniform_real_distribution<double> exponent(-3, 9);
   for (int i = 0; i < 400; ++i) {
     const double low = std::pow(10, exponent(random)) - 1000;
-    const Range range{low, low + std::pow(10, exponent(random))};
+    const double wide = std::pow(10, exponent(random));
+    const Range range = i % 4 == 0 ? Range{0, std::pow(10, i % 9)} : Range{low, low + wide};
     const double length = 20 + 3 * i;
     const AxisScale scale(range, 50, 50 + length);
     const MarkTexts texts{9, true, 2, length + 70};
