@@ -14,7 +14,6 @@ namespace {
 
 constexpr char kHint[] = "Read values with the mouse or the arrow keys.";
 constexpr char kSaveTitle[] = "Save Picture";
-constexpr char kFilter[] = "Bitmap (.bmp)|*.bmp";
 constexpr std::size_t kMostSizes = 2;  // on the screen, and as mouse events are told
 constexpr std::ptrdiff_t kPage = 10;   // samples
 
@@ -36,10 +35,10 @@ Axis DateAxis(std::string title) {
 
 ChartPicture::ChartPicture(ui::Window& window, AppContext& app, const std::string& name, int width,
                            int height)
-    : picture(window, "pic" + name),
-      lblRead(window, "lbl" + name),
-      cmdCopy(window, "cmdCopy" + name, "Cop&y Picture"),
-      cmdSave(window, "cmdSave" + name, "Save Pict&ure..."),
+    : picture(window, name),
+      lblRead(window, name + "Read"),
+      cmdCopy(window, name + "Copy", "Cop&y Picture"),
+      cmdSave(window, name + "Save", "Save Pict&ure..."),
       app_(app),
       width_(width),
       height_(height) {
@@ -52,6 +51,10 @@ ChartPicture::ChartPicture(ui::Window& window, AppContext& app, const std::strin
   cmdSave.onClick = [this] { Save(); };
   Show({});
   picture.SetPainter(width_, height_, [this](Canvas& canvas) { Paint(canvas); });
+}
+
+ui::LayoutItem ChartPicture::Area() {
+  return ui::Column{ui::Share(1, picture), ui::Row{ui::Share(1, lblRead), cmdCopy, cmdSave}};
 }
 
 void ChartPicture::Show(Chart chart) {
@@ -101,12 +104,12 @@ void ChartPicture::Copy() {
 }
 
 void ChartPicture::Save() {
-  if (!write) return;
+  if (!files.write) return;
   const auto choice = ui::AskSaveFile(
-      app_.desktop, {kSaveTitle, kFilter, "bmp", app_.settings.workingDirectory, "*.bmp"},
+      app_.desktop, {kSaveTitle, files.filter, "png", app_.settings.workingDirectory, "*.png"},
       {.title = kSaveTitle});
   if (!choice) return;
-  const Outcome<> written = write(Print(), choice->Path());
+  const Outcome<> written = files.write(Print(), choice->Path());
   if (written.Failed()) return app_.desktop.Message(written.Text());
   lblRead.SetCaption("The picture is saved.");
 }

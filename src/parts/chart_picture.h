@@ -2,8 +2,9 @@
 // and the ways out, a copy in the clipboard and a file. A person reads samples with the mouse or
 // with the arrow keys, and picks bars and handles with a click or with Return.
 //
-//   ChartPicture chart{*this, app};
-//   SetLayout(ui::Column{chart.picture, ui::Row{ui::Share(1, chart.lblRead), chart.cmdCopy}});
+//   ChartPicture chart{*this, app, "picHist"};
+//   SetLayout(ui::Row{lstBins, ui::Share(1, chart.Area())});
+//   chart.files = {kPictureFilter, WritePicture};
 //   chart.Show(HistogramChart(counts));
 //   chart.onPick = [this](const ChartHit& bar) { Select(bar.sample); };
 #pragma once
@@ -26,13 +27,19 @@ namespace ormel {
 Axis NumberAxis(std::string title);
 Axis DateAxis(std::string title);
 
+// What picture files there are. Those who write them stand above this part.
+struct PictureFiles {
+  std::string filter{};  // of the dialog that saves them; the first kind is PNG
+  std::function<Outcome<>(const Canvas& picture, const std::string& path)> write{};
+};
+
 class ChartPicture {
  public:
-  // The controls are named by what the chart is: "picChart", "lblChart", "cmdCopyChart",
-  // "cmdSaveChart". Mouse events are told in units of the picture, which is `width` by `height`:
-  // the smaller it is, the larger its texts are on the screen. Window and program outlive the part.
-  ChartPicture(ui::Window& window, AppContext& app, const std::string& name = "Chart",
-               int width = 640, int height = 420);
+  // `name` is that of the picture in scripts, "picHist"; the other controls have it in theirs.
+  // Mouse events are told in units of the picture, which is `width` by `height`: the smaller it is,
+  // the larger are its texts on the screen. Window and program outlive the part.
+  ChartPicture(ui::Window& window, AppContext& app, const std::string& name, int width = 640,
+               int height = 420);
   ChartPicture(const ChartPicture&) = delete;
   ChartPicture& operator=(const ChartPicture&) = delete;
 
@@ -47,8 +54,10 @@ class ChartPicture {
 
   std::function<void(const ChartHit&)> onRead;  // another sample is read out
   std::function<void(const ChartHit&)> onPick;  // a person picked a bar or a handle
-  // Writes a picture file; with a window that has none there is nothing to save by.
-  std::function<Outcome<>(const Canvas& picture, const std::string& path)> write;
+  PictureFiles files;                           // without them there is nothing to save by
+
+  // The picture, with the read-out and the buttons in a row beneath.
+  ui::LayoutItem Area();
 
   // Puts the picture into the clipboard.
   void Copy();

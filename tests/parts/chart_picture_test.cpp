@@ -15,8 +15,8 @@ namespace {
 
 class FrmChart final : public ui::Window {
  public:
-  explicit FrmChart(AppContext& app) : Window("frmChart", "Chart"), chart(*this, app) {
-    SetLayout(ui::Column{chart.picture, chart.lblRead, ui::Row{chart.cmdCopy, chart.cmdSave}});
+  explicit FrmChart(AppContext& app) : Window("frmChart", "Chart"), chart(*this, app, "picChart") {
+    SetLayout(chart.Area());
   }
   ChartPicture chart;
 };
@@ -122,20 +122,21 @@ TEST_F(ChartPictureTest, PicturesGoToTheClipboardAndToFilesWithoutThePointer) {
 
   std::string file;
   bool written = false;
-  chart.write = [&](const Canvas& picture, const std::string& path) -> Outcome<> {
-    file = path;
-    written = same(picture);
-    if (path == "full.bmp") return Failure{FailureKind::kDisk, "full.bmp: the disk is full"};
-    return Done{};
-  };
-  desktop.AnswerFiles({{"chart.bmp"}});
+  chart.files = {"PNG Picture (.png)|*.png",
+                 [&](const Canvas& picture, const std::string& path) -> Outcome<> {
+                   file = path;
+                   written = same(picture);
+                   if (path != "full.png") return Done{};
+                   return Failure{FailureKind::kDisk, "full.png: the disk is full"};
+                 }};
+  desktop.AnswerFiles({{"chart.png"}});
   EXPECT_TRUE(chart.cmdSave.Click().Ok());
-  EXPECT_EQ(file, "chart.bmp");
+  EXPECT_EQ(file, "chart.png");
   EXPECT_TRUE(written);
   EXPECT_EQ(chart.lblRead.Caption(), "The picture is saved.");
-  desktop.AnswerFiles({{"full.bmp"}});
+  desktop.AnswerFiles({{"full.png"}});
   EXPECT_TRUE(chart.cmdSave.Click().Ok());
-  EXPECT_EQ(desktop.TakeMessage(), "full.bmp: the disk is full");
+  EXPECT_EQ(desktop.TakeMessage(), "full.png: the disk is full");
 }
 
 }  // namespace

@@ -7,7 +7,7 @@
 
 #include "mce/nonlinear/graph_csv.h"
 #include "mce/nonlinear/graph_text.h"
-#include "movies/bitmap.h"
+#include "movies/picture_file.h"
 #include "text/numbers.h"
 #include "ui/desktop.h"
 #include "ui/save_dialog.h"
@@ -40,7 +40,7 @@ constexpr struct {
 }  // namespace
 
 GraphEditor::GraphEditor(ui::Window& window, AppContext& app, GraphAxis axis, WeightGraph& graph)
-    : plot(window, app, "Plot", PlotFrame::kWidth, PlotFrame::kHeight),
+    : plot(window, app, "picPlot", PlotFrame::kWidth, PlotFrame::kHeight),
       lblYMax(window, "lblYMax"),
       lblYavg(window, "lblYavg"),
       lblYMin(window, "lblYMin"),
@@ -85,7 +85,7 @@ void GraphEditor::ConnectHandlers() {
   cmdSaveCSV.onClick = [this] { SaveCsv(); };
   cmdLoad.onClick = [this] { LoadGraph(); };
   cmdSave.onClick = [this] { SaveGraph(); };
-  plot.write = WriteBitmap;
+  plot.files = {kPictureFilter, WritePicture};
   cmdLoad.SetToolTip("Take a graph from a file");
   cmdSave.SetToolTip("Keep this graph in a file, for other factors and models");
 }

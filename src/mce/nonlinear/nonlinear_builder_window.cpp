@@ -7,7 +7,7 @@
 #include "mce/nonlinear/graph_plot.h"
 #include "mce/nonlinear/nonlinear_map_window.h"
 #include "mce/nonlinear/weight_window.h"
-#include "movies/bitmap.h"
+#include "movies/picture_file.h"
 #include "text/numbers.h"
 
 namespace ormel {
@@ -36,7 +36,7 @@ FrmBuildC::FrmBuildC(AppContext& app)
                      {"mViewAll", "View All Weights", "", [this] { ViewAllWeights(); }, {}}}) {
   cmdReset.SetToolTip("Let every value of every factor weigh itself");
   cmdViewAll.SetToolTip("Draw the graphs of all factors in one scale");
-  preview.write = WriteBitmap;
+  preview.files = {kPictureFilter, WritePicture};
   cmdReset.onClick = [this] { ResetWeights(); };
   cmdViewAll.onClick = [this] { ViewAllWeights(); };
   Begin();

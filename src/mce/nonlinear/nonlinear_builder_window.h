@@ -27,7 +27,7 @@ class FrmBuildC final : public BuilderWindow {
   ui::Button cmdReset{*this, "cmdReset", "Reset Weights"};
   ui::Button cmdViewAll{*this, "cmdViewAll", "View All Weights"};
   ui::FrameControl fraPreview{*this, "fraPreview"};
-  ChartPicture preview{*this, app_, "Preview", 480, 315};
+  ChartPicture preview{*this, app_, "picPreview", 480, 315};
   ui::Label lblYMax{*this, "lblYMax"};
   ui::Label lblYMin{*this, "lblYMin"};
 
