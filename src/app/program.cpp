@@ -2,6 +2,7 @@
 
 #include <memory>
 
+#include "movies/picture_file.h"
 #include "shell/main_window.h"
 #include "shell/program_folder.h"
 #include "ui/desktop.h"
@@ -20,7 +21,7 @@ Settings FirstSettings(ui::Desktop& desktop) {
 
 Program::Program(ui::Desktop& desktop)
     : settings_(FirstSettings(desktop)),
-      app_{desktop, settings_, session_},
+      app_{desktop, settings_, session_, {kPictureFilter, WritePicture}},
       main_(desktop.Show(std::make_unique<FrmMain>(app_))) {}
 
 Program::~Program() { app_.desktop.DestroyWindows(); }

@@ -145,6 +145,17 @@ void Canvas::SetRow(int y, std::span<const Colour> colours) {
   }
 }
 
+void Canvas::Paste(const Canvas& source, int left, int top) {
+  const int first = std::max(-left, 0);
+  const int count = std::min(source.width_, width_ - left) - first;
+  if (count <= 0) return;
+  for (int y = std::max(-top, 0); y < std::min(source.height_, height_ - top); ++y) {
+    std::memcpy(RowBytes(top + y) + static_cast<std::size_t>(left + first) * kBytesPerPixel,
+                source.RowBytes(y) + static_cast<std::size_t>(first) * kBytesPerPixel,
+                static_cast<std::size_t>(count) * kBytesPerPixel);
+  }
+}
+
 void Canvas::Plot(double x, double y, Colour colour) {
   SetPixel(FloorToInt(PixelX(x)), FloorToInt(PixelY(y)), colour);
 }

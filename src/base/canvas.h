@@ -41,6 +41,9 @@ class Canvas {
   // The pixels of row `y` from the left on, as many as there are colours.
   void SetRow(int y, std::span<const Colour> colours);
 
+  // The pixels of `source`, its corner at (left, top), as far as they lie on this canvas.
+  void Paste(const Canvas& source, int left, int top);
+
   // Units of the scale.
   void Plot(double x, double y, Colour colour);
   // A stroke with both ends, `pen` pixels thick (at least 1) and centred on the line.

@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "mapdata/map_header.h"
+#include "mapdata/map_legend.h"
 #include "mce/composite_output.h"
 #include "mce/composite_picture.h"
 #include "mce/shown_values.h"
@@ -44,6 +45,7 @@ void ReplaceEnding(std::string& path, const char* ending) {
 GeneratorWindow::GeneratorWindow(AppContext& app, std::string name,
                                  std::shared_ptr<const CompositeModel> model, int layers)
     : Window(std::move(name), "Factor and MCE Viewer"),
+      output(*this, app, [this] { return ShownWithLegend(); }),
       app_(app),
       model_(*model),
       modelHeld_(std::move(model)),
@@ -55,6 +57,7 @@ GeneratorWindow::GeneratorWindow(AppContext& app, std::string name,
   cmdGenerate.SetDefault();
   PSclP.SetStripHeight(kColourScaleHeight);
   for (ui::Label* label : {&lblScaleMin, &lblScaleMax}) label->SetVisible(false);
+  output.onDone = [this](const std::string& text) { status.SetText(1, text); };
   ConnectHandlers();
 }
 
@@ -91,6 +94,7 @@ void GeneratorWindow::LayOut() {
             Row{Share(1, Table{{"X:", lblX}, {"Y:", lblY}}),
                 Share(1, Table{{"Value:", lblValue}, {"Weighted Value:", lblWeightedValue}}),
                 ckLoadData}});
+  map.items.push_back(Row{Stretch{}, pictureButtons.cmdCopy, pictureButtons.cmdSave});
   const Table shown{{"File:", lblFile},          {"Weight:", lblWeight},
                     {"Palette:", lblPalette},    {"Size:", Row{lblColumns, lblRows, Stretch{}}},
                     {"Cell size:", lblCellSize}, {"Lower left:", lblCorner}};
@@ -294,6 +298,16 @@ void GeneratorWindow::ShowPictureLabels() {
   lblScaleMax.SetCaption(Rounded(ends.largest));
   lblFile.SetCaption(factor == kComposite ? CompositeName() : model_.Factor(factor).name);
   lblWeight.SetCaption(factor == kComposite ? "" : model_.WeightText(factor));
+}
+
+// The picture on show as it leaves the program.
+Canvas GeneratorWindow::ShownWithLegend() {
+  const Shown& shown = PictureOf(shown_);
+  const std::string name =
+      shown_ == kComposite && !model_.title.empty() ? model_.title : lblFile.Caption();
+  return WithLegend(shown.picture->Image(),
+                    {name, MapLegend::Scale{shown.palette, lblScaleMin.Caption(),
+                                            lblScaleMax.Caption(), CV.Value()}});
 }
 
 std::string GeneratorWindow::Rounded(double value) const {

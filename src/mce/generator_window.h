@@ -16,6 +16,7 @@
 #include "mce/composite_map.h"
 #include "mce/composite_model.h"
 #include "parts/app_context.h"
+#include "parts/picture_output.h"
 #include "ui/desktop.h"
 #include "ui/window.h"
 
@@ -59,6 +60,8 @@ class GeneratorWindow : public ui::Window {
   ui::Button cmdExport{*this, "cmdExport", "Export"};
   ui::Button cmdCP{*this, "cmdCP", "Change Palette"};
   ui::CheckBox ckLoadData{*this, "ckLoadData", "Load Map Data (Slower)"};
+  PictureOutput output;
+  PictureButtons pictureButtons{*this, output, "cmdCopyPicture", "cmdSavePicture"};
   ui::StatusStrip status{*this, "status"};
   ui::Button cmdReturn{*this, "cmdReturn", "Exit to &Builder"};
   ui::Button cmdExit{*this, "cmdExit", "E&xit to Main"};
@@ -121,6 +124,7 @@ class GeneratorWindow : public ui::Window {
   void DisplaySelected();
   void PutOnShow(int layer);
   void ShowPictureLabels();
+  Canvas ShownWithLegend();
   std::string CompositeName() const;
 
   std::string Rounded(double value) const;

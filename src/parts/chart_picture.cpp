@@ -6,14 +6,11 @@
 #include "charts/chart_drawing.h"
 #include "text/dates.h"
 #include "text/numbers.h"
-#include "ui/desktop.h"
-#include "ui/save_dialog.h"
 
 namespace ormel {
 namespace {
 
 constexpr char kHint[] = "Read values with the mouse or the arrow keys.";
-constexpr char kSaveTitle[] = "Save Picture";
 constexpr std::size_t kMostSizes = 2;  // on the screen, and as mouse events are told
 constexpr std::ptrdiff_t kPage = 10;   // samples
 
@@ -37,24 +34,21 @@ ChartPicture::ChartPicture(ui::Window& window, AppContext& app, const std::strin
                            int height)
     : picture(window, name),
       lblRead(window, name + "Read"),
-      cmdCopy(window, name + "Copy", "Cop&y Picture"),
-      cmdSave(window, name + "Save", "Save Pict&ure..."),
-      app_(app),
+      output(window, app, [this] { return Print(); }),
+      buttons(window, output, name + "Copy", name + "Save"),
       width_(width),
       height_(height) {
   picture.SetToolTip("Arrow keys read the chart, Ctrl+C copies its picture");
-  cmdCopy.SetToolTip("Put the picture of the chart into the clipboard");
-  cmdSave.SetToolTip("Write the picture of the chart to a file");
+  output.onDone = [this](const std::string& text) { lblRead.SetCaption(text); };
   picture.onMouse = [this](const ui::MouseEvent& event) { UseMouse(event); };
   picture.onKey = [this](const std::string& key) { UseKey(key); };
-  cmdCopy.onClick = [this] { Copy(); };
-  cmdSave.onClick = [this] { Save(); };
   Show({});
   picture.SetPainter(width_, height_, [this](Canvas& canvas) { Paint(canvas); });
 }
 
 ui::LayoutItem ChartPicture::Area() {
-  return ui::Column{ui::Share(1, picture), ui::Row{ui::Share(1, lblRead), cmdCopy, cmdSave}};
+  return ui::Column{ui::Share(1, picture),
+                    ui::Row{ui::Share(1, lblRead), buttons.cmdCopy, buttons.cmdSave}};
 }
 
 void ChartPicture::Show(Chart chart) {
@@ -98,22 +92,6 @@ Canvas ChartPicture::Print() const {
   return canvas;
 }
 
-void ChartPicture::Copy() {
-  app_.desktop.SetClipboardPicture(Print());
-  lblRead.SetCaption("The picture is in the clipboard.");
-}
-
-void ChartPicture::Save() {
-  if (!files.write) return;
-  const auto choice = ui::AskSaveFile(
-      app_.desktop, {kSaveTitle, files.filter, "png", app_.settings.workingDirectory, "*.png"},
-      {.title = kSaveTitle});
-  if (!choice) return;
-  const Outcome<> written = files.write(Print(), choice->Path());
-  if (written.Failed()) return app_.desktop.Message(written.Text());
-  lblRead.SetCaption("The picture is saved.");
-}
-
 // ---- Reading and picking ------------------------------------------------------------------------
 
 void ChartPicture::ReadSample(const std::optional<ChartHit>& hit) {
@@ -145,7 +123,7 @@ void ChartPicture::UseKey(const std::string& key) {
               {"End", [this] { GoToEnd(true); }},
               {"Up", [this] { ChangeSeries(-1); }},
               {"Down", [this] { ChangeSeries(1); }},
-              {"Ctrl+C", [this] { Copy(); }},
+              {"Ctrl+C", [this] { output.Copy(); }},
               {"Return", [this] {
                  if (onPick && read_) onPick(*read_);
                }}};

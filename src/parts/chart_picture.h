@@ -4,7 +4,6 @@
 //
 //   ChartPicture chart{*this, app, "picHist"};
 //   SetLayout(ui::Row{lstBins, ui::Share(1, chart.Area())});
-//   chart.files = {kPictureFilter, WritePicture};
 //   chart.Show(HistogramChart(counts));
 //   chart.onPick = [this](const ChartHit& bar) { Select(bar.sample); };
 #pragma once
@@ -16,9 +15,9 @@
 #include <vector>
 
 #include "base/canvas.h"
-#include "base/outcome.h"
 #include "charts/chart_layout.h"
 #include "parts/app_context.h"
+#include "parts/picture_output.h"
 #include "ui/window.h"
 
 namespace ormel {
@@ -26,12 +25,6 @@ namespace ormel {
 // Axes whose numbers and dates are written as everywhere in the program.
 Axis NumberAxis(std::string title);
 Axis DateAxis(std::string title);
-
-// What picture files there are. Those who write them stand above this part.
-struct PictureFiles {
-  std::string filter{};  // of the dialog that saves them; the first kind is PNG
-  std::function<Outcome<>(const Canvas& picture, const std::string& path)> write{};
-};
 
 class ChartPicture {
  public:
@@ -54,21 +47,18 @@ class ChartPicture {
 
   std::function<void(const ChartHit&)> onRead;  // another sample is read out
   std::function<void(const ChartHit&)> onPick;  // a person picked a bar or a handle
-  PictureFiles files;                           // without them there is nothing to save by
 
   // The picture, with the read-out and the buttons in a row beneath.
   ui::LayoutItem Area();
 
-  // Puts the picture into the clipboard.
-  void Copy();
   // The chart without marks of the pointer, twice as many pixels wide as it has units.
   Canvas Print() const;
 
   // A window that has another use for mouse and keys in the picture sets its own handlers.
   ui::Picture picture;
   ui::Label lblRead;
-  ui::Button cmdCopy;
-  ui::Button cmdSave;
+  PictureOutput output;
+  PictureButtons buttons;
 
  private:
   void Paint(Canvas& canvas);
@@ -78,9 +68,7 @@ class ChartPicture {
   void StepBy(std::ptrdiff_t samples);
   void GoToEnd(bool last);
   void ChangeSeries(std::ptrdiff_t by);
-  void Save();
 
-  AppContext& app_;
   const int width_;
   const int height_;
   Chart chart_;

@@ -1,10 +1,12 @@
 #include "viewer/map_view_window.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <new>
 #include <system_error>
 #include <utility>
 
+#include "mapdata/map_legend.h"
 #include "mapdata/map_statistics.h"
 #include "text/numbers.h"
 #include "text/paths.h"
@@ -26,6 +28,8 @@ constexpr char kRefused[] =
     "Another.";
 constexpr char kRefusedTitle[] = "Error Loading Map!";
 constexpr char kConvertTitle[] = "Convert to Raster Data";
+
+constexpr int kSavedWidth = 1200;  // pixels, or nearly so many, of a picture that is saved
 
 constexpr int kPanelDone = 4;  // of the status strip; the read-out has the others
 
@@ -61,6 +65,7 @@ FrmView::FrmView(AppContext& app) : Window("frmView", kCaption), app_(app) {
   const char* const texts[] = {"X:", "Y:", "Value:", "Done:"};
   for (int panel = 1; panel <= sbView.Count(); ++panel) sbView.SetText(panel, texts[panel - 1]);
   tools_.onChange = [this] { ShowState(); };
+  output_.onDone = [this](const std::string& text) { sbView.SetText(kPanelDone, text); };
   onDrop = [this](const std::string& path) { OpenMapFile(path); };
   PicturesChanged();
 }
@@ -87,6 +92,9 @@ std::vector<ui::MenuSpec> FrmView::Menus() {
              [this] { ExportCurrentRegion(); },
              {}},
             {"mConvertASC", kConvertTitle, "", [this] { ConvertToRaster(); }, {}},
+            MenuSpec::Separator(),
+            {"mCopyPicture", "Cop&y Picture", "Ctrl+C", [this] { output_.Copy(); }, {}},
+            {"mSavePicture", "Save Pict&ure...", "", [this] { output_.Save(); }, {}},
             MenuSpec::Separator(),
             {"mClose", "Close", "Ctrl+W", close, {}},
             {"mCloseSelected", "Close Selected", "", [this] { CloseSelected(); }, {}},
@@ -148,6 +156,8 @@ void FrmView::ShowState() {
                 {"mCenter", any},
                 {"mAutoZoom", any},
                 {"mMetric", any},
+                {"mCopyPicture", any},
+                {"mSavePicture", any},
                 {"mChngPal", isMap},
                 {"mExpCur", isMap},
                 {"mMapStats", isMap},
@@ -323,6 +333,22 @@ void FrmView::ChangePalette() {
       return;
     }
   }
+}
+
+// What the selected picture shows, as it leaves the program.
+Canvas FrmView::SelectedWithLegend() {
+  const MapPicture& map = Selected();
+  const PictureSize size = PictureSizeOf(*view_.Specs());
+  const int larger = std::max(1, kSavedWidth / size.width);
+  Canvas picture(size.width * larger, size.height * larger);
+  PaintView(picture, map, *view_.Specs(), panes_.measured, std::nullopt);
+  MapLegend legend{FileNamePart(map.path, true)};
+  if (!map.isImage) {
+    const ScaleEnds ends = EndsOfScale(map);
+    legend.scale = MapLegend::Scale{map.palette, NumberText(ends.low), NumberText(ends.high),
+                                    app_.settings.constraintColor};
+  }
+  return WithLegend(picture, legend);
 }
 
 std::optional<std::string> FrmView::AskTarget(const std::string& title) {

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "parts/app_context.h"
+#include "parts/picture_output.h"
 #include "ui/window.h"
 #include "viewer/map_panes_window.h"
 #include "viewer/map_view.h"
@@ -67,6 +68,7 @@ class FrmView final : public ui::Window {
   void ShowWholeMap();
   void ChangePalette();
   std::optional<std::string> AskTarget(const std::string& title);
+  Canvas SelectedWithLegend();
   void ExportCurrentRegion();
   void ConvertToRaster();
   void ShowStatistics();
@@ -74,6 +76,7 @@ class FrmView final : public ui::Window {
   AppContext& app_;
   MapView view_;
   MapPanes panes_{*this, view_};
+  PictureOutput output_{*this, app_, [this] { return SelectedWithLegend(); }};
   ViewTools tools_{*this, app_.desktop, view_, panes_, sbView};
 };
 

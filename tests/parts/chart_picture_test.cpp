@@ -122,20 +122,20 @@ TEST_F(ChartPictureTest, PicturesGoToTheClipboardAndToFilesWithoutThePointer) {
 
   std::string file;
   bool written = false;
-  chart.files = {"PNG Picture (.png)|*.png",
-                 [&](const Canvas& picture, const std::string& path) -> Outcome<> {
-                   file = path;
-                   written = same(picture);
-                   if (path != "full.png") return Done{};
-                   return Failure{FailureKind::kDisk, "full.png: the disk is full"};
-                 }};
+  app.pictures = {"PNG Picture (.png)|*.png",
+                  [&](const Canvas& picture, const std::string& path) -> Outcome<> {
+                    file = path;
+                    written = same(picture);
+                    if (path != "full.png") return Done{};
+                    return Failure{FailureKind::kDisk, "full.png: the disk is full"};
+                  }};
   desktop.AnswerFiles({{"chart.png"}});
-  EXPECT_TRUE(chart.cmdSave.Click().Ok());
+  EXPECT_TRUE(chart.buttons.cmdSave.Click().Ok());
   EXPECT_EQ(file, "chart.png");
   EXPECT_TRUE(written);
   EXPECT_EQ(chart.lblRead.Caption(), "The picture is saved.");
   desktop.AnswerFiles({{"full.png"}});
-  EXPECT_TRUE(chart.cmdSave.Click().Ok());
+  EXPECT_TRUE(chart.buttons.cmdSave.Click().Ok());
   EXPECT_EQ(desktop.TakeMessage(), "full.png: the disk is full");
 }
 

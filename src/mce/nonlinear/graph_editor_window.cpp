@@ -7,7 +7,6 @@
 
 #include "mce/nonlinear/graph_csv.h"
 #include "mce/nonlinear/graph_text.h"
-#include "movies/picture_file.h"
 #include "text/numbers.h"
 #include "ui/desktop.h"
 #include "ui/save_dialog.h"
@@ -85,7 +84,6 @@ void GraphEditor::ConnectHandlers() {
   cmdSaveCSV.onClick = [this] { SaveCsv(); };
   cmdLoad.onClick = [this] { LoadGraph(); };
   cmdSave.onClick = [this] { SaveGraph(); };
-  plot.files = {kPictureFilter, WritePicture};
   cmdLoad.SetToolTip("Take a graph from a file");
   cmdSave.SetToolTip("Keep this graph in a file, for other factors and models");
 }
@@ -253,7 +251,7 @@ void GraphEditor::UseMouse(const ui::MouseEvent& event) {
 }
 
 void GraphEditor::UseKey(const std::string& key) {
-  if (key == "Ctrl+C") return plot.Copy();
+  if (key == "Ctrl+C") return plot.output.Copy();
   if (!ShowsPoints()) return;
   const PlotFrame frame = Frame();
   const double step = std::max((frame.High() - frame.Low()) / 100, kSmallestMove);

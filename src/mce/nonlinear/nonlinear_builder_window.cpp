@@ -7,7 +7,6 @@
 #include "mce/nonlinear/graph_plot.h"
 #include "mce/nonlinear/nonlinear_map_window.h"
 #include "mce/nonlinear/weight_window.h"
-#include "movies/picture_file.h"
 #include "text/numbers.h"
 
 namespace ormel {
@@ -36,7 +35,6 @@ FrmBuildC::FrmBuildC(AppContext& app)
                      {"mViewAll", "View All Weights", "", [this] { ViewAllWeights(); }, {}}}) {
   cmdReset.SetToolTip("Let every value of every factor weigh itself");
   cmdViewAll.SetToolTip("Draw the graphs of all factors in one scale");
-  preview.files = {kPictureFilter, WritePicture};
   cmdReset.onClick = [this] { ResetWeights(); };
   cmdViewAll.onClick = [this] { ViewAllWeights(); };
   Begin();
@@ -84,9 +82,10 @@ std::vector<ui::LayoutItem> FrmBuildC::RowCells(int row) {
 std::vector<ui::LayoutItem> FrmBuildC::RowTools() { return {cmdReset, cmdViewAll}; }
 
 std::vector<ui::LayoutItem> FrmBuildC::FurtherFrames() {
-  return {ui::Share(4, ui::Frame{fraPreview, preview.picture, preview.lblRead,
-                                 ui::Row{"Lowest:", lblYMin, ui::Stretch{}, "Highest:", lblYMax,
-                                         ui::Stretch{}, preview.cmdCopy, preview.cmdSave}})};
+  return {ui::Share(
+      4, ui::Frame{fraPreview, preview.picture, preview.lblRead,
+                   ui::Row{"Lowest:", lblYMin, ui::Stretch{}, "Highest:", lblYMax, ui::Stretch{},
+                           preview.buttons.cmdCopy, preview.buttons.cmdSave}})};
 }
 
 std::array<std::string, 2> FrmBuildC::RowFields(int row) const { return FieldsOf(Weight(row)); }

@@ -14,9 +14,10 @@ FrmWeight::FrmWeight(AppContext& app, const std::string& caption, WeightGraph& g
   cmdDone.SetDefault();
   cmdDone.SetCancel();
   cmdDone.onClick = [this, &app] { app.desktop.Close(*this); };
-  SetLayout(ui::Column{ui::Share(1, editor.Area()),
-                       ui::Row{editor.cmdLoad, editor.cmdSave, ui::Stretch{}, editor.plot.cmdCopy,
-                               editor.plot.cmdSave, ui::Stretch{}, cmdDone}});
+  SetLayout(
+      ui::Column{ui::Share(1, editor.Area()),
+                 ui::Row{editor.cmdLoad, editor.cmdSave, ui::Stretch{}, editor.plot.buttons.cmdCopy,
+                         editor.plot.buttons.cmdSave, ui::Stretch{}, cmdDone}});
   FocusOn(editor.FirstControl());
 }
 
