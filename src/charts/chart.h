@@ -95,7 +95,8 @@ Series ReferenceLine(std::string name, ChartPlace from, ChartPlace to);
 
 // Eight colours that readers with any kind of colour vision can tell apart, in turn.
 Colour DefaultColour(std::size_t number);
-// The colour of a series of the chart; a palette's ninth and later lines are dashed as well.
+// The colour of a series of the chart. From the ninth line on that has one of the chart's own
+// colours lines are dashed as well.
 Colour ColourOf(const Chart& chart, std::size_t series);
 bool IsDashed(const Chart& chart, std::size_t series);
 // `part` of a colour, 0 to 1, on white.

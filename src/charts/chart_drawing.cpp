@@ -304,12 +304,13 @@ void Painter::DrawGrid() {
   }
 }
 
-// The line from which bars and areas rise, where it is not the lower edge of the plot.
+// The line from which bars and areas rise, where it is not the lower edge of the plot. A tint needs
+// none.
 bool Painter::HasBase(const Series& series) const {
-  const bool stands = series.kind == SeriesKind::kBars ||
-                      (series.kind == SeriesKind::kArea && series.floor.empty());
+  const bool isArea =
+      series.kind == SeriesKind::kArea && series.floor.empty() && !series.name.empty();
   const Range& range = layout_.Y(series.onRight).scale.Values();
-  return stands && !chart_.frame && range.low < 0 && range.high > 0;
+  return (series.kind == SeriesKind::kBars || isArea) && range.low < 0 && range.high > 0;
 }
 
 void Painter::DrawAxisLines() {

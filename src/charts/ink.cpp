@@ -326,8 +326,4 @@ double Ink::TextWidth(std::string_view text, double height) {
   return std::max(parts, 0) * height / kCapitalParts;
 }
 
-double Ink::TextDepth(double height) {
-  return (kDeepestPart - kCapitalParts + kLetterPenParts / 2) * height / kCapitalParts;
-}
-
 }  // namespace ormel

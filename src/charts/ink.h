@@ -42,8 +42,8 @@ class Ink {
 
   // A line through all points with round ends, `pen` wide.
   void Stroke(std::span<const InkPoint> path, double pen, Colour colour);
-  // The same in dashes; `gap` is measured from the end of a dash to the middle of the next one's
-  // round end.
+  // The same in dashes. A dash is measured along the line without its round ends, a gap between
+  // them.
   void Dashes(std::span<const InkPoint> path, double pen, double dash, double gap, Colour colour);
   void Dot(InkPoint centre, double radius, Colour colour) {
     Stroke({&centre, 1}, 2 * radius, colour);
@@ -59,8 +59,6 @@ class Ink {
   void UprightText(double x, double y, std::string_view text, double height, Colour colour);
   // The length of a text of that height.
   static double TextWidth(std::string_view text, double height);
-  // How far letters such as g reach below the foot.
-  static double TextDepth(double height);
 
  private:
   struct Box {

@@ -4,7 +4,7 @@
 //
 // Lengths are in parts of which a capital is kCapitalParts high. x runs to the right from the left
 // end of the letter, y down from the top of the capitals; what hangs below the foot of the line
-// ends at kDeepestPart, and accents on capitals stand above y 0.
+// reaches a third of a capital lower, and accents on capitals stand as much higher.
 #pragma once
 
 #include <string_view>
@@ -15,7 +15,6 @@
 namespace ormel {
 
 inline constexpr int kCapitalParts = 12;
-inline constexpr int kDeepestPart = 16;
 inline constexpr int kLetterGapParts = 4;  // between a letter and the next
 inline constexpr double kLetterPenParts = 1.7;
 

@@ -38,7 +38,7 @@ ChartPicture::ChartPicture(ui::Window& window, AppContext& app, const std::strin
       buttons(window, output, name + "Copy", name + "Save"),
       width_(width),
       height_(height) {
-  picture.SetToolTip("Arrow keys read the chart, Ctrl+C copies its picture");
+  buttons.cmdCopy.SetToolTip("Put the picture into the clipboard; in the chart: Ctrl+C");
   output.onDone = [this](const std::string& text) { lblRead.SetCaption(text); };
   picture.onMouse = [this](const ui::MouseEvent& event) { UseMouse(event); };
   picture.onKey = [this](const std::string& key) { UseKey(key); };

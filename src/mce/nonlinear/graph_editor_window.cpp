@@ -68,7 +68,6 @@ GraphEditor::GraphEditor(ui::Window& window, AppContext& app, GraphAxis axis, We
 void GraphEditor::ConnectHandlers() {
   forms_.onType = [this](GraphType type) { TakeType(type); };
   forms_.onParameters = [this](const GraphParameters& parameters) { TakeParameters(parameters); };
-  plot.picture.SetToolTip("");
   plot.picture.onMouse = [this](const ui::MouseEvent& event) { UseMouse(event); };
   plot.picture.onKey = [this](const std::string& key) { UseKey(key); };
   for (ui::TextBox* limit : {&txtPointMax, &txtPointMin}) {
