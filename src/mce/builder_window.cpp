@@ -265,8 +265,8 @@ void BuilderWindow::ClearForm() {
 }
 
 void BuilderWindow::AskAndClear() {
-  const ui::Answer answer = app_.desktop.Ask("Are you sure you want to clear the form?",
-                                             "Clear Form", ui::Buttons::kYesNo);
+  const ui::Answer answer = app_.desktop.AskBeforeLoss("Are you sure you want to clear the form?",
+                                                       "Clear Form", ui::Buttons::kYesNo);
   if (answer != ui::Answer::kYes) return;
   ClearForm();
   SetRowCount(1);
@@ -312,8 +312,9 @@ void BuilderWindow::LoadModel(std::string path) {
   const bool asked = path.empty();
   if (asked) {
     if (AsksBeforeLoading() &&
-        app_.desktop.Ask("This will clear existing data! Do you still want to proceed?",
-                         "Load Saved Model File", ui::Buttons::kYesNoCancel) != ui::Answer::kYes) {
+        app_.desktop.AskBeforeLoss("This will clear existing data! Do you still want to proceed?",
+                                   "Load Saved Model File",
+                                   ui::Buttons::kYesNoCancel) != ui::Answer::kYes) {
       return;
     }
     const std::string pattern = "*." + extension_;
@@ -376,10 +377,10 @@ void BuilderWindow::RA(const DirectoryChoice& choice) {
 // False: the person gave up.
 bool BuilderWindow::TakeReference(const DirectoryChoice& choice) {
   if (EnterReference(choice)) return true;
-  switch (
-      app_.desktop.Ask("Your reference data does not conform to the existing data! Clear form "
-                       "and use your reference data?",
-                       "Read all from a directory", ui::Buttons::kYesNoCancel)) {
+  switch (app_.desktop.AskBeforeLoss(
+      "Your reference data does not conform to the existing data! Clear form "
+      "and use your reference data?",
+      "Read all from a directory", ui::Buttons::kYesNoCancel)) {
     case ui::Answer::kYes:
       ClearForm();
       EnterReference(choice);

@@ -66,8 +66,8 @@ void ChosenFiles::MoveSelected(int places) {
 void ChosenFiles::Remove() {
   const std::vector<int> selected = list.Selected();
   const std::string& question = selected.empty() ? spec_.removeAllQuestion : spec_.removeQuestion;
-  if (!question.empty() &&
-      desktop_.Ask(question, spec_.removeTitle, ui::Buttons::kYesNo) != ui::Answer::kYes) {
+  if (!question.empty() && desktop_.AskBeforeLoss(question, spec_.removeTitle,
+                                                  ui::Buttons::kYesNo) != ui::Answer::kYes) {
     return;
   }
   if (selected.empty()) list.Clear();

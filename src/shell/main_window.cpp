@@ -249,8 +249,8 @@ void FrmMain::mSaveMCE() {
   if (file.empty()) return mSaveAsMCE();
   std::error_code error;
   if (std::filesystem::exists(file, error)) {
-    switch (app_.desktop.Ask("Overwrite existing file?", "Save Model Information",
-                             ui::Buttons::kYesNoCancel)) {
+    switch (app_.desktop.AskBeforeLoss("Overwrite existing file?", "Save Model Information",
+                                       ui::Buttons::kYesNoCancel)) {
       case ui::Answer::kYes:
         break;
       case ui::Answer::kNo:

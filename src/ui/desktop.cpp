@@ -13,6 +13,11 @@ Desktop::Desktop(Screen* screen) : screen_(screen) {}
 
 Desktop::~Desktop() = default;
 
+Answer Desktop::Ask(const std::string& text, const std::string& title, Buttons buttons) {
+  const bool hasYes = buttons == Buttons::kYesNo || buttons == Buttons::kYesNoCancel;
+  return Pose({text, title, buttons, hasYes ? Answer::kYes : Answer::kOk});
+}
+
 void Desktop::Add(Window& window, Window* owner, bool modal) {
   window.desktop_ = this;
   open_.push_back(&window);

@@ -22,6 +22,13 @@ inline constexpr char kProgramTitle[] = "ORMEL";
 enum class Buttons { kOk, kOkCancel, kYesNo, kYesNoCancel };
 enum class Answer { kOk, kCancel, kYes, kNo };
 
+struct Question {
+  std::string text;
+  std::string title;
+  Buttons buttons = Buttons::kOk;
+  Answer onReturn = Answer::kOk;  // what the Return key answers
+};
+
 struct FileDialog {
   std::string title;
   std::string filter;            // "ASCII Raster (.asc)|*.asc|Bitmap (.bmp)|*.bmp"
@@ -67,9 +74,15 @@ class Desktop {
   Desktop& operator=(const Desktop&) = delete;
 
   // Message boxes and dialogs. An empty optional is a cancelled dialog.
-  virtual Answer Ask(const std::string& text, const std::string& title, Buttons buttons) = 0;
+  virtual Answer Pose(const Question& question) = 0;
   void Message(const std::string& text, const std::string& title = kProgramTitle) {
-    Ask(text, title, Buttons::kOk);
+    Pose({text, title, Buttons::kOk, Answer::kOk});
+  }
+  // Return gives the first button.
+  Answer Ask(const std::string& text, const std::string& title, Buttons buttons);
+  // For a question whose Yes destroys what somebody has entered or written: Return gives No.
+  Answer AskBeforeLoss(const std::string& text, const std::string& title, Buttons buttons) {
+    return Pose({text, title, buttons, Answer::kNo});
   }
   virtual std::optional<std::string> Prompt(const std::string& text, const std::string& title,
                                             const std::string& proposal) = 0;

@@ -13,7 +13,7 @@ std::optional<FileChoice> AskSaveFile(Desktop& desktop, const FileDialog& dialog
     if (adjust) adjust(*choice);
     std::error_code error;
     if (!std::filesystem::exists(choice->Path(), error)) return choice;
-    switch (desktop.Ask(question.text, question.title, Buttons::kYesNoCancel)) {
+    switch (desktop.AskBeforeLoss(question.text, question.title, Buttons::kYesNoCancel)) {
       case Answer::kYes:
         return choice;
       case Answer::kNo:

@@ -137,17 +137,18 @@ std::optional<std::string> HeadlessDesktop::TakeMessage() {
   return oldest;
 }
 
-Answer HeadlessDesktop::Ask(const std::string& text, const std::string& title, Buttons buttons) {
-  const Box& box = BoxOf(buttons);
-  const std::string asked =
-      "message " + Quoted(text) + " title " + Quoted(title) + " buttons " + box.name;
+Answer HeadlessDesktop::Pose(const Question& question) {
+  lastQuestion_ = question;
+  const Box& box = BoxOf(question.buttons);
+  const std::string asked = "message " + Quoted(question.text) + " title " +
+                            Quoted(question.title) + " buttons " + box.name;
   Answer answer = Answer::kOk;
-  if (buttons != Buttons::kOk) answer = Take(answers_, "answer", asked);
+  if (question.buttons != Buttons::kOk) answer = Take(answers_, "answer", asked);
   if (std::find(box.answers.begin(), box.answers.end(), answer) == box.answers.end()) {
     throw ScriptError("the queued answer " + AnswerName(answer) + " is no button of " + asked);
   }
   log_ << asked << " -> " << AnswerName(answer) << '\n';
-  messages_.push_back(text);
+  messages_.push_back(question.text);
   return answer;
 }
 

@@ -71,10 +71,13 @@ class HeadlessDesktop final : public Desktop {
   using Fetcher = std::function<Outcome<std::string>(const std::string& url, ProgressSink&)>;
   void SetNetwork(Fetcher network) { network_ = std::move(network); }
 
+  // The message or question that was posed last.
+  const Question& LastQuestion() const { return lastQuestion_; }
+
   bool HasScreen() const { return hasScreen_; }
   const Canvas& ClipboardPicture() const { return clipboardPicture_; }
 
-  Answer Ask(const std::string& text, const std::string& title, Buttons buttons) override;
+  Answer Pose(const Question& question) override;
   // A font's answer comes from the prompts: "Arial, 12, bold, italic".
   std::optional<std::string> Prompt(const std::string& text, const std::string& title,
                                     const std::string& proposal) override;
@@ -120,6 +123,7 @@ class HeadlessDesktop final : public Desktop {
   std::deque<std::optional<std::vector<std::string>>> files_;
   std::deque<std::optional<Colour>> colours_;
   std::deque<std::string> messages_;
+  Question lastQuestion_;
   std::function<void(Window&)> modalLoop_;
   Fetcher network_;
   std::map<TimerId, RunningTimer> timers_;

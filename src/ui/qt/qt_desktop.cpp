@@ -93,11 +93,9 @@ void QtDesktop::StopTimer(TimerId timer) {
 
 void QtDesktop::Tick(TimerId timer) {
   const auto found = services_->tickers.find(timer);
-  if (found == services_->tickers.end() || found->second->running) return;
-  const std::shared_ptr<Services::Ticker> ticker = found->second;
-  ticker->running = true;
+  if (found == services_->tickers.end()) return;
+  const std::shared_ptr<Services::Ticker> ticker = found->second;  // it may stop its own timer
   Dispatch(ticker->tick);
-  ticker->running = false;
 }
 
 void QtDesktop::SetClipboardText(const std::string& text) {

@@ -42,7 +42,7 @@ class QtDesktop final : public Desktop {
   explicit QtDesktop(Screen* screen);
   ~QtDesktop() override;
 
-  Answer Ask(const std::string& text, const std::string& title, Buttons buttons) override;
+  Answer Pose(const Question& question) override;
   std::optional<std::string> Prompt(const std::string& text, const std::string& title,
                                     const std::string& proposal) override;
   // A dialog without a folder opens where the last one of its title was left, in this session.
@@ -52,7 +52,7 @@ class QtDesktop final : public Desktop {
   std::optional<Colour> PickColour(const std::string& title, Colour start) override;
   std::optional<Font> PickFont(const std::string& title, const Font& start) override;
 
-  // A tick that shows a dialog is not called again before it returns.
+  // A tick that shows a dialog is not called again before it returns: the toolkit sees to that.
   TimerId StartTimer(std::chrono::milliseconds interval, Handler tick) override;
   void StopTimer(TimerId timer) override;
 

@@ -22,18 +22,25 @@ QWidget* InFront() {
   return modal != nullptr ? modal : QApplication::activeWindow();
 }
 
-struct ButtonSet {
-  Buttons buttons;
-  QMessageBox::StandardButtons shown;
-  QMessageBox::StandardButton first;  // Return presses it
-};
+QMessageBox::StandardButtons ButtonsOf(Buttons buttons) {
+  switch (buttons) {
+    case Buttons::kOk:
+      return QMessageBox::Ok;
+    case Buttons::kOkCancel:
+      return QMessageBox::Ok | QMessageBox::Cancel;
+    case Buttons::kYesNo:
+      return QMessageBox::Yes | QMessageBox::No;
+    case Buttons::kYesNoCancel:
+      return QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel;
+  }
+  return QMessageBox::Ok;
+}
 
-constexpr ButtonSet kButtonSets[] = {
-    {Buttons::kOk, QMessageBox::Ok, QMessageBox::Ok},
-    {Buttons::kOkCancel, QMessageBox::Ok | QMessageBox::Cancel, QMessageBox::Ok},
-    {Buttons::kYesNo, QMessageBox::Yes | QMessageBox::No, QMessageBox::Yes},
-    {Buttons::kYesNoCancel, QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel,
-     QMessageBox::Yes}};
+QMessageBox::StandardButton ButtonOf(Answer answer) {
+  static constexpr QMessageBox::StandardButton kButtons[] = {QMessageBox::Ok, QMessageBox::Cancel,
+                                                             QMessageBox::Yes, QMessageBox::No};
+  return kButtons[static_cast<std::size_t>(answer)];
+}
 
 Answer AnswerOf(int button) {
   switch (button) {
@@ -112,17 +119,14 @@ void ProposeName(QFileDialog& box, const FileDialog& dialog, const QStringList& 
 
 }  // namespace
 
-Answer QtDesktop::Ask(const std::string& text, const std::string& title, Buttons buttons) {
+Answer QtDesktop::Pose(const Question& question) {
   QMessageBox box(InFront());
-  box.setWindowTitle(ToQt(title));
+  box.setWindowTitle(ToQt(question.title));
   box.setTextFormat(Qt::PlainText);
-  box.setText(ToQt(text));
-  box.setIcon(buttons == Buttons::kOk ? QMessageBox::Information : QMessageBox::Question);
-  for (const ButtonSet& set : kButtonSets) {
-    if (set.buttons != buttons) continue;
-    box.setStandardButtons(set.shown);
-    box.setDefaultButton(set.first);
-  }
+  box.setText(ToQt(question.text));
+  box.setIcon(question.buttons == Buttons::kOk ? QMessageBox::Information : QMessageBox::Question);
+  box.setStandardButtons(ButtonsOf(question.buttons));
+  box.setDefaultButton(ButtonOf(question.onReturn));
   return AnswerOf(box.exec());
 }
 

@@ -16,7 +16,6 @@ struct QtDesktop::Services {
   struct Ticker {
     std::unique_ptr<QTimer> timer;
     Handler tick;
-    bool running = false;
   };
 
   QObject life;  // what is posted for later dies with the desktop

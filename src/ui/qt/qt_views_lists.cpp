@@ -3,7 +3,6 @@
 #include <QItemSelectionModel>
 #include <QKeyEvent>
 #include <QLineEdit>
-#include <QScrollBar>
 #include <algorithm>
 
 #include "ui/list_controls.h"
@@ -37,9 +36,7 @@ class ListView final : public ViewOfKind<ListBox, ListWidget> {
   }
 
   void Show() override {
-    const int place = The().verticalScrollBar()->value();
     The().Entries().Show(TheControl().Items());
-    The().verticalScrollBar()->setValue(place);
     const std::vector<int> selected = TheControl().Selected();
     if (selected != SelectedOnScreen()) Select(selected);
   }

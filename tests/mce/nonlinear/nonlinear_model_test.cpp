@@ -9,6 +9,7 @@
 #include "mapdata/palette.h"
 #include "mce/model_session.h"
 #include "mce/nonlinear/graph_text.h"
+#include "mce/nonlinear/nonlinear_builder_window.h"
 #include "mce/nonlinear/nonlinear_map_window.h"
 #include "mce/runnable_model.h"
 #include "support/model_folder.h"
@@ -285,6 +286,50 @@ TEST_F(NonlinearWindows, ModelsOfMoreThanAHundredFactorsOpen) {
   desktop.AnswerBoxes(ui::Answer::kNo);
   ASSERT_TRUE(viewer.cmdGenerate.Click().Ok());
   EXPECT_EQ(visible(), "PreviewPicture(102)");
+}
+
+TEST_F(NonlinearWindows, ForbiddenCellsTakeANewColour) {
+  const GraphFolder folder({{{{1, 2, 3}}}}, {{{1, 1, 0}}});
+  FrmDrawC viewer(app, std::make_shared<NonlinearModel>(folder.model));
+  ASSERT_TRUE(viewer.Start(quiet).Ok());
+  desktop.AnswerBoxes(ui::Answer::kNo);
+  ASSERT_TRUE(viewer.cmdGenerate.Click().Ok());
+  const Canvas& map = dynamic_cast<ui::Picture&>(*viewer.Find("PreviewPicture(102)")).Image();
+  const auto forbidden = [&] { return map.Pixel(map.Width() - 1, 0); };
+  EXPECT_EQ(forbidden(), kForbidden);
+  desktop.AnswerColour(Rgb(9, 8, 7));
+  ASSERT_TRUE(viewer.CV.Click().Ok());
+  EXPECT_EQ(forbidden(), Rgb(9, 8, 7));
+}
+
+TEST_F(NonlinearWindows, AllGraphsAreThoseOfRowsWithAMap) {
+  const GraphFolder folder({{{{1, 2}}}, {{{3, 4}}}});
+  FrmBuildC& builder = desktop.Show(std::make_unique<FrmBuildC>(app));
+  for (const char* map : {"f1.asc", "f2.asc"}) builder.onDrop(folder.Path(map));
+  EXPECT_EQ(builder.rows.Count(), 3);  // the last one is free
+  ASSERT_TRUE(builder.cmdViewAll.Click().Ok());
+  EXPECT_EQ(builder.preview.Shown().series.size(), 2U);
+}
+
+TEST_F(NonlinearWindows, ReturnNeverDestroysWhatWasEntered) {
+  const GraphFolder folder({{{{1, 2}}}}, {{{1, 1}}});
+  folder.Folder().Write("old.cmf", "");
+  FrmBuildC& builder = desktop.Show(std::make_unique<FrmBuildC>(app));
+  builder.onDrop(folder.Path("f1.asc"));
+  const auto onReturn = [&](ui::Button& button, ui::Answer answer) {
+    desktop.AnswerBoxes(answer);
+    EXPECT_TRUE(button.Click().Ok());
+    return desktop.LastQuestion().onReturn;
+  };
+  for (ui::Button* button : {&builder.cmdClear, &builder.cmdLoad, &builder.constraints.cmdRemove}) {
+    EXPECT_EQ(onReturn(*button, ui::Answer::kNo), ui::Answer::kNo) << button->Name();
+  }
+  desktop.AnswerFiles({{folder.Path("old.cmf")}});
+  EXPECT_EQ(onReturn(builder.cmdSave, ui::Answer::kCancel), ui::Answer::kNo);
+  desktop.AnswerBoxes(ui::Answer::kCancel);
+  desktop.CloseByFrame(builder);
+  EXPECT_EQ(desktop.LastQuestion().text, "Save Changes?");
+  EXPECT_EQ(desktop.LastQuestion().onReturn, ui::Answer::kYes);
 }
 
 }  // namespace

@@ -228,6 +228,10 @@ TEST_F(ControlsTest, ALongListKeepsItsPlaceAndFillsInOneGo) {
   EXPECT_EQ(list.model()->rowCount(), 101001);
   EXPECT_EQ(list.indexAt({5, 5}).row(), 50000);
   EXPECT_EQ(Rows(w.lstMany), std::vector<int>{50002});
+  // Other entries, and another number of them: as when a folder is read again.
+  w.lstMany.SetItems(Log(90000, "new"));
+  Settle();
+  EXPECT_EQ(list.indexAt({5, 5}).row(), 50000);
 }
 
 }  // namespace

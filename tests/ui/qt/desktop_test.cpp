@@ -36,6 +36,17 @@ TEST_F(DesktopTest, MessageBoxesOfferTheirButtonsAndPromptsReturnTheTextOrNothin
   }
   InDialog<QMessageBox>([](QMessageBox& box) { QTest::keyClick(&box, Qt::Key_Escape); });
   EXPECT_EQ(desktop.Ask("Close?", "Title", Buttons::kYesNoCancel), Answer::kCancel);
+  const auto press = [](Qt::Key key) {
+    return [key](QMessageBox& box) { QTest::keyClick(&box, key); };
+  };
+  for (const Buttons buttons : {Buttons::kYesNo, Buttons::kYesNoCancel}) {
+    InDialog<QMessageBox>(press(Qt::Key_Return));
+    EXPECT_EQ(desktop.Ask("Save?", "Title", buttons), Answer::kYes);
+    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Escape}) {
+      InDialog<QMessageBox>(press(key));
+      EXPECT_NE(desktop.AskBeforeLoss("Overwrite?", "Title", buttons), Answer::kYes);
+    }
+  }
   InDialog<QInputDialog>([](QInputDialog& box) { box.accept(); });
   EXPECT_EQ(desktop.Prompt("Zone?", "Title", "33"), "33");
   InDialog<QInputDialog>([](QInputDialog& box) { box.reject(); });
