@@ -4,6 +4,7 @@
 #include <QBuffer>
 #include <QIcon>
 #include <QPixmap>
+#include <algorithm>
 #include <unordered_map>
 
 #include "base/file_writer.h"
@@ -18,8 +19,24 @@ struct QtScreen::Windows {
     return found == open.end() ? nullptr : found->second;
   }
 
+  // The strip of the main window; null: there is none.
+  const QtWindow* Bar() const {
+    for (const auto& [window, shown] : open) {
+      if (shown->IsBar()) return shown;
+    }
+    return nullptr;
+  }
+  // Tool windows are counted as long as one of them is open.
+  int NextNumber() {
+    const bool any =
+        std::any_of(open.begin(), open.end(), [](const auto& one) { return !one.second->IsBar(); });
+    number = any ? number + 1 : 0;
+    return number;
+  }
+
   std::string iconFolder;
   std::unordered_map<const Window*, QtWindow*> open;
+  int number = 0;  // of the last tool window
 };
 
 QtScreen::QtScreen(std::string iconFolder) : windows_(std::make_unique<Windows>()) {
@@ -38,8 +55,9 @@ void QtScreen::Open(Window& window, Window* owner, bool modal) {
   if (behind == nullptr) behind = modal ? QApplication::activeWindow() : nullptr;
   if (QWidget* waiting = QApplication::activeModalWidget()) behind = waiting;
   auto* shown = new QtWindow(window, windows_->iconFolder);
+  const int number = modal ? 0 : windows_->NextNumber();
   windows_->open.emplace(&window, shown);
-  shown->ShowFirst(behind, modal);
+  shown->ShowFirst(behind, modal, windows_->Bar(), number);
 }
 
 void QtScreen::Show(Window& window, bool visible) {

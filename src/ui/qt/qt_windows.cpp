@@ -103,7 +103,7 @@ void QtWindow::MakeStrip() {
   strip_->hide();
 }
 
-void QtWindow::ShowFirst(QWidget* owner, bool modal) {
+void QtWindow::ShowFirst(QWidget* owner, bool modal, const QtWindow* bar, int number) {
   if (window_->Bare()) setWindowFlags(Qt::SplashScreen | Qt::FramelessWindowHint);
   if (modal) {
     setWindowFlag(Qt::Dialog);
@@ -113,16 +113,8 @@ void QtWindow::ShowFirst(QWidget* owner, bool modal) {
     winId();  // makes the native window, which keeps above its owner's from now on
     windowHandle()->setTransientParent(owner->windowHandle());
   }
-  if (IsBar()) {
-    const QRect room = screen()->availableGeometry();
-    move(room.topLeft());
-    resize(room.width(), sizeHint().height());
-  } else {
-    resize(FittingSize());
-    const auto* bar = dynamic_cast<const QtWindow*>(owner);
-    if (bar != nullptr && bar->IsBar() && !modal) move(bar->frameGeometry().bottomLeft());
-  }
-  if (window_->Bare()) move(screen()->availableGeometry().center() - rect().center());
+  isBar_ = window_->Tools() != nullptr && page_->sizeHint().height() <= 2 * fontMetrics().height();
+  Place(owner, modal, bar, number);
   ownSize_ = size();
   show();
   FocusFirst();
@@ -133,10 +125,6 @@ void QtWindow::ShowFirst(QWidget* owner, bool modal) {
 QSize QtWindow::FittingSize() const {
   const int title = 2 * fontMetrics().height();
   return sizeHint().boundedTo(screen()->availableSize() - QSize(title, title));
-}
-
-bool QtWindow::IsBar() const {
-  return window_->Tools() != nullptr && page_->sizeHint().height() <= 2 * fontMetrics().height();
 }
 
 void QtWindow::FocusFirst() {
@@ -200,19 +188,20 @@ void QtWindow::Update() {
   area_->setVisible(window_->Tools() == nullptr ||
                     std::any_of(built_.order.begin(), built_.order.end(),
                                 [](const QWidget* widget) { return !widget->isHidden(); }));
-  if (isVisible() && strip_->isHidden()) GrowWithContents();
+  if (isVisible() && strip_->isHidden()) FitContents();
 }
 
 // A window fills up after it has opened: rows are added, a map is loaded. It grows with them until
-// a person gives it another size.
-void QtWindow::GrowWithContents() {
-  if (size() != ownSize_ || isMaximized()) return;
+// a person gives it another size. A strip is always as low as it can be.
+void QtWindow::FitContents() {
+  if ((size() != ownSize_ && !isBar_) || isMaximized()) return;
   QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
   page_->layout()->activate();
   area_->updateGeometry();
   centralWidget()->layout()->activate();
   layout()->activate();
-  const QSize wanted = size().expandedTo(FittingSize());
+  const QSize wanted =
+      isBar_ ? QSize(width(), sizeHint().height()) : size().expandedTo(FittingSize());
   if (wanted != size()) resize(wanted);
   ownSize_ = size();
 }

@@ -21,8 +21,10 @@ class QtWindow final : public QMainWindow, public WindowView {
  public:
   QtWindow(Window& window, const std::string& iconFolder);
 
-  // Shows it for the first time, at the size that its controls ask for and the screen has.
-  void ShowFirst(QWidget* owner, bool modal);
+  // Shows it for the first time, at the size that its controls ask for and the screen has. `owner`
+  // and `bar`, the main window's strip, may be null. Tool windows are numbered from 0; each lies a
+  // little further down and to the right than the one before.
+  void ShowFirst(QWidget* owner, bool modal, const QtWindow* bar, int number);
   // Lets go of the window and takes itself off the screen; it is deleted when its events are over.
   void Release();
 
@@ -36,6 +38,8 @@ class QtWindow final : public QMainWindow, public WindowView {
   void Know(const Control& control, View* view) { views_[&control] = view; }
   void Mark(View* view);
   void Forget(const Control& control) { views_.erase(&control); }
+  // A window of nothing but menus and tools lies along the upper edge of the screen.
+  bool IsBar() const { return isBar_; }
   // Controls are being moved: that they lose the focus means nothing.
   bool IsRebuilding() const { return rebuilding_; }
 
@@ -54,12 +58,13 @@ class QtWindow final : public QMainWindow, public WindowView {
   void SyncViews();
   void TakeLayoutDown();
   void SyncWindow();
-  void GrowWithContents();
+  void FitContents();
   QSize FittingSize() const;
+  void Place(const QWidget* owner, bool modal, const QtWindow* bar, int number);
+  QRect RoomBelow(const QtWindow* bar) const;
+  void KeepInView(const QtWindow* bar);
   void LetUse(bool enabled);
   void FocusFirst();
-  // A window of nothing but menus and tools lies along the upper edge of the screen.
-  bool IsBar() const;
 
   Window* window_;  // null when it is closed
   QScrollArea* area_;
@@ -71,6 +76,7 @@ class QtWindow final : public QMainWindow, public WindowView {
   BuiltLayout built_;
   QPointer<QWidget> focusBefore_;  // a command disables the window: who had the focus
   QSize ownSize_;                  // the size that the window gave itself
+  bool isBar_ = false;
   bool scheduled_ = false;
   bool windowChanged_ = true;
   bool layoutChanged_ = true;

@@ -122,7 +122,7 @@ TEST_F(PlacesTest, TablesLineUpAndHiddenControlsTakeNoRoom) {
 }
 
 TEST_F(PlacesTest, PicturesKeepTheirProportionsAndStripsSpanTheWidth) {
-  for (const QSize size : {QSize(900, 500), QSize(400, 700)}) {
+  for (const QSize size : {QSize(780, 500), QSize(400, 700)}) {
     frame.resize(size);
     Settle();
     const auto& picture = dynamic_cast<PictureWidget&>(On(w.picMap));
@@ -141,7 +141,7 @@ TEST_F(PlacesTest, TheMouseSpeaksInPixelsOfThePicture) {
     places.push_back(static_cast<int>(std::floor(event.x)));
     places.push_back(static_cast<int>(std::floor(event.y)));
   };
-  frame.resize(900, 500);
+  frame.resize(780, 500);
   Settle();
   auto& widget = dynamic_cast<PictureWidget&>(On(w.picMap));
   const QRectF covered = widget.Covered();
