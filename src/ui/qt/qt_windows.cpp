@@ -173,7 +173,7 @@ void QtWindow::Focus(Control& control) {
   const auto known = views_.find(&control);
   if (known == views_.end() || known->second->Widget() == nullptr) return;
   activateWindow();
-  known->second->Widget()->setFocus(Qt::OtherFocusReason);
+  known->second->Widget()->setFocus(Qt::ShortcutFocusReason);  // typing replaces what is there
 }
 
 void QtWindow::Mark(View* view) {
