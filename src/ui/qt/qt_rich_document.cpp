@@ -128,7 +128,7 @@ QTextCharFormat DocumentWriter::LookOf(const TextRun& run, QTextCharFormat look)
 void DocumentWriter::WriteCell(const TextCell& cell, const QTextCharFormat& look) {
   const int start = cursor_.position();
   for (const TextRun& run : cell.runs) cursor_.insertText(Shown(run.text), LookOf(run, look));
-  cells_.push_back({cell.place, cell.Text().size(), start});
+  cells_.push_back({cell.place, cell.Text().size(), start, start});
 }
 
 void DocumentWriter::WriteHeading(const TextBlock& block) {
@@ -204,6 +204,7 @@ void DocumentWriter::WritePicture(const TextBlock& block) {
   format.setLeftMargin(Left(block));
   format.setLineHeight(100, QTextBlockFormat::ProportionalHeight);
   BeginLine(format);
+  const int begin = cursor_.position();
   cursor_.insertText(QString(QChar::ObjectReplacementCharacter), picture);
   QTextBlockFormat below = Margins(0.1, 0.8);
   below.setLeftMargin(Left(block));
@@ -212,6 +213,7 @@ void DocumentWriter::WritePicture(const TextBlock& block) {
   look.setFontItalic(true);
   look.setForeground(Ink(0.7));
   WriteCell(block.rows[0][0], look);
+  cells_.back().begin = begin;
 }
 
 void DocumentWriter::Write(const std::vector<TextBlock>& blocks) {
@@ -230,6 +232,15 @@ void DocumentWriter::Write(const std::vector<TextBlock>& blocks) {
   }
 }
 
+template <class Value>
+const PlacedCell* LastUpTo(Value wanted, Value PlacedCell::*part,
+                           const std::vector<PlacedCell>& cells) {
+  const auto behind =
+      std::upper_bound(cells.begin(), cells.end(), wanted,
+                       [part](Value one, const PlacedCell& cell) { return one < cell.*part; });
+  return behind == cells.begin() ? nullptr : &*std::prev(behind);
+}
+
 }  // namespace
 
 std::vector<PlacedCell> FillDocument(QTextDocument& document, const MarkdownPage& page,
@@ -240,20 +251,18 @@ std::vector<PlacedCell> FillDocument(QTextDocument& document, const MarkdownPage
 }
 
 int PositionOf(std::size_t place, const MarkdownPage& page, const std::vector<PlacedCell>& cells) {
-  const auto behind = std::upper_bound(
-      cells.begin(), cells.end(), place,
-      [](std::size_t wanted, const PlacedCell& one) { return wanted < one.place; });
-  if (behind == cells.begin()) return 0;
-  const PlacedCell& cell = *std::prev(behind);
-  const std::size_t bytes = std::min(place - cell.place, cell.size);
-  return cell.position + static_cast<int>(ToQt(page.plain.substr(cell.place, bytes)).size());
+  const PlacedCell* cell = CellOfPlace(place, cells);
+  if (cell == nullptr) return 0;
+  const std::size_t bytes = std::min(place - cell->place, cell->size);
+  return cell->position + static_cast<int>(ToQt(page.plain.substr(cell->place, bytes)).size());
 }
 
-std::size_t PlaceOf(int position, const std::vector<PlacedCell>& cells) {
-  const auto behind =
-      std::upper_bound(cells.begin(), cells.end(), position,
-                       [](int wanted, const PlacedCell& one) { return wanted < one.position; });
-  return behind == cells.begin() ? 0 : std::prev(behind)->place;
+const PlacedCell* CellOfPlace(std::size_t place, const std::vector<PlacedCell>& cells) {
+  return LastUpTo(place, &PlacedCell::place, cells);
+}
+
+const PlacedCell* CellOfPosition(int position, const std::vector<PlacedCell>& cells) {
+  return LastUpTo(position, &PlacedCell::begin, cells);
 }
 
 }  // namespace ormel::ui

@@ -22,6 +22,7 @@ struct PlacedCell {
   std::size_t place = 0;  // of its first byte in the plain text
   std::size_t size = 0;   // in bytes
   int position = 0;       // of its first letter in the document
+  int begin = 0;          // of what belongs to it: the picture above its caption
 };
 
 // Fills the empty document. Its pictures are objects of the kind kPictureObject, for which the
@@ -29,9 +30,10 @@ struct PlacedCell {
 std::vector<PlacedCell> FillDocument(QTextDocument& document, const MarkdownPage& page,
                                      const QPalette& colours);
 
-// From a place in the plain text to a position in the document and back: there to the start of a
-// line.
+// The position of a place in the document.
 int PositionOf(std::size_t place, const MarkdownPage& page, const std::vector<PlacedCell>& cells);
-std::size_t PlaceOf(int position, const std::vector<PlacedCell>& cells);
+// The line in which a place or a position lies; null before the first one.
+const PlacedCell* CellOfPlace(std::size_t place, const std::vector<PlacedCell>& cells);
+const PlacedCell* CellOfPosition(int position, const std::vector<PlacedCell>& cells);
 
 }  // namespace ormel::ui

@@ -105,7 +105,8 @@ class RichTextView final : public ViewOfKind<RichText, PageBrowser> {
     });
     The().onScrolled = [this] {
       const int position = The().cursorForPosition({The().viewport()->width() / 2, 2}).position();
-      Tell([&](RichText& text) { return text.Scroll(PlaceOf(position, cells_)); });
+      const PlacedCell* cell = CellOfPosition(position, cells_);
+      Tell([&](RichText& text) { return text.Scroll(cell == nullptr ? 0 : cell->place); });
     };
   }
 
@@ -148,17 +149,19 @@ class RichTextView final : public ViewOfKind<RichText, PageBrowser> {
     The().setExtraSelections(marks);
   }
 
-  // A mark comes into the upper third unless it is seen already; any other place to the top.
+  // A mark comes into the upper third unless it is seen already; any other line to the top.
   void BringIntoSight() {
     const RichText& text = TheControl();
-    QTextCursor cursor(The().document());
-    cursor.setPosition(PositionInDocument(text.Place()));
-    const QRect line = The().cursorRect(cursor);
     const auto current = static_cast<std::size_t>(text.CurrentMark());
     const bool isMark = current > 0 && text.Marks()[current - 1].start == text.Place();
+    const PlacedCell* cell = CellOfPlace(text.Place(), cells_);
+    QTextCursor cursor(The().document());
+    if (cell != nullptr)
+      cursor.setPosition(isMark ? PositionInDocument(text.Place()) : cell->begin);
+    const QRect line = The().cursorRect(cursor);
     const int height = The().viewport()->height();
     if (isMark && line.top() >= 0 && line.bottom() < height) return;
-    const int above = isMark ? height / 3 : line.height() / 2;
+    const int above = isMark ? height / 3 : The().fontMetrics().lineSpacing() / 2;
     QScrollBar& bar = *The().verticalScrollBar();
     The().Steer([&] { bar.setValue(text.Place() == 0 ? 0 : bar.value() + line.top() - above); });
   }
