@@ -237,7 +237,7 @@ void FrmHelp::Search() {
   lstFound.SetItems(std::move(entries));
   lblFound.SetCaption(search_.wanted.empty() ? "Type two letters or more."
                       : count == 0
-                          ? "Nothing found. Fewer words, or a part of a word, find more."
+                          ? "Nothing found. Try fewer words."
                           : Counted(search_.places, "place") + " in " + Counted(count, "section"));
   const bool searching = !txtSearch.Text().empty();
   cmdClear.SetEnabled(searching);

@@ -110,6 +110,7 @@ std::vector<TextCell> ReadTableRow(std::string_view line) {
     }
   }
   std::vector<TextCell> cells;
+  cells.reserve(texts.size());
   for (const std::string& text : texts) cells.push_back({ReadRuns(Trimmed(text))});
   return cells;
 }
