@@ -7,8 +7,8 @@ cd "$ROOT"
 LOG="$ROOT/build/setup.log"
 mkdir -p build
 
-BUILD_PACKAGES=(g++ cmake ninja-build ccache qt6-base-dev libqt6svg6 libgtest-dev libbenchmark-dev
-                fonts-dejavu-core)
+BUILD_PACKAGES=(g++ cmake ninja-build ccache qt6-base-dev libqt6svg6 libmd4c-dev libgtest-dev
+                libbenchmark-dev fonts-dejavu-core)
 
 say() { printf '==> %s\n' "$*"; }
 

@@ -7,6 +7,7 @@
 #include "mce/nonlinear/nonlinear_builder_window.h"
 #include "shell/about_window.h"
 #include "shell/file_opening.h"
+#include "shell/help_window.h"
 #include "ui/desktop.h"
 #include "viewer/map_view_window.h"
 
@@ -26,6 +27,9 @@ FrmMain::FrmMain(AppContext& app) : Window("frmMain", "ORMEL Model " ORMEL_VERSI
   SetLayout(ui::Row{txtReceive});
   options_.LoadAtStart();
   app_.session.onChange = [this] { ShowSession(); };
+  app_.desktop.SetHelp([desktop = &app_.desktop](const ui::Window& window) {
+    OpenHelp(*desktop).ShowAbout(window.Name());
+  });
   ShowSession();
   ShowBuilderChoice();
 }
@@ -68,7 +72,15 @@ std::vector<ui::MenuSpec> FrmMain::Menus() {
            "",
            {},
            {{"mNewView", "New View", "Ctrl+N", Run(&FrmMain::mNewView), {}}}},
-          {"mHelp", "&Help", "", {}, {{"mAbout", "About ORMEL", "", Run(&FrmMain::mAbout), {}}}}};
+          {"mHelp",
+           "&Help",
+           "",
+           {},
+           {{"mContents", "&Contents", "F1", [this] { OpenHelp(app_.desktop).ShowContents(); }, {}},
+            {"mIndex", "&Index", "", [this] { OpenHelp(app_.desktop).ShowIndex(); }, {}},
+            {"mSearch", "&Search...", "", [this] { OpenHelp(app_.desktop).ShowSearch(); }, {}},
+            MenuSpec::Separator(),
+            {"mAbout", "About ORMEL", "", Run(&FrmMain::mAbout), {}}}}};
 }
 
 // Buttons are known by fixed numbers, whichever of them there are.

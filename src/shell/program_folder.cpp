@@ -37,6 +37,12 @@ std::string AssetsFolder() {
   return AsFolder(ORMEL_ASSETS_DIR);
 }
 
+std::string GuideFolder() {
+  std::error_code error;
+  const fs::path installed = fs::path(AssetsFolder()) / "guide";
+  return AsFolder(fs::is_directory(installed, error) ? installed : fs::path(ORMEL_GUIDE_DIR));
+}
+
 Outcome<> FillProgramFolder(const std::string& programFolder) {
   const fs::path source = fs::path(AssetsFolder()) / "palettes";
   const fs::path target = fs::path(programFolder) / kPalettes;

@@ -16,6 +16,10 @@ std::string ProgramFolder();
 // installed, else that of the source tree it was built from. Ends in a separator.
 std::string AssetsFolder();
 
+// The folder of the guide's pages: installed beside the assets, else that of the source tree.
+// Ends in a separator.
+std::string GuideFolder();
+
 // Puts the installed palettes into the program folder, as far as it has no files of those names: a
 // palette that the user has changed stays. Fails when the folder cannot be written.
 [[nodiscard]] Outcome<> FillProgramFolder(const std::string& programFolder);

@@ -53,6 +53,26 @@ void Desktop::ShowAgain(Window& window) {
   if (screen_ != nullptr) screen_->Show(window, true);
 }
 
+void Desktop::BringAbove(Window& window) {
+  std::erase(hidden_, &window);
+  std::erase(open_, &window);
+  open_.push_back(&window);
+  if (screen_ != nullptr) screen_->BringAbove(window);
+}
+
+bool Desktop::IsBehindModal(const Window& window) const {
+  const Window* modal = ModalWindow();
+  if (modal == nullptr || modal == &window) return false;
+  return std::find(std::find(open_.begin(), open_.end(), modal), open_.end(), &window) ==
+         open_.end();
+}
+
+bool Desktop::ShowHelp(const Window& window) {
+  if (!help_) return false;
+  Dispatch([&] { help_(window); });
+  return true;
+}
+
 void Desktop::Close(Window& window) {
   if (!IsOpen(window)) return;
   const Nesting nesting(this);

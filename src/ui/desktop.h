@@ -4,9 +4,11 @@
 #pragma once
 
 #include <chrono>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "base/canvas.h"
@@ -59,6 +61,8 @@ class Screen {
   virtual ~Screen() = default;
   virtual void Open(Window& window, Window* owner, bool modal) = 0;
   virtual void Show(Window& window, bool visible) = 0;
+  // To the front, and usable although a modal window is open.
+  virtual void BringAbove(Window& window) { Show(window, true); }
   virtual void Close(Window& window) = 0;
   virtual void ProcessEvents() = 0;
   // A picture of the window as a PNG file. False: it could not be written.
@@ -122,6 +126,8 @@ class Desktop {
   void ShowModal(Window& window, Window* owner = nullptr);
   void Hide(Window& window);
   void ShowAgain(Window& window);
+  // Brings an open window to the front, above a modal one too: a person can use both then.
+  void BringAbove(Window& window);
   // The program closes a window: nothing is asked.
   void Close(Window& window);
   // A person closes it by its frame: a running command is stopped first, and the window may refuse.
@@ -136,7 +142,14 @@ class Desktop {
   Window* FindWindow(const std::string& name, int number = 1) const;
   // The modal window that everything waits for; null: none.
   Window* ModalWindow() const { return modal_.empty() ? nullptr : modal_.back(); }
+  // Whether it waits for the modal window. What is opened above that one does not.
+  bool IsBehindModal(const Window& window) const;
   bool IsHidden(const Window& window) const;
+
+  // What F1 does in a window that has no entry of its own for that key.
+  using HelpHandler = std::function<void(const Window& window)>;
+  void SetHelp(HelpHandler help) { help_ = std::move(help); }
+  bool ShowHelp(const Window& window);  // false: there is no help
 
   bool Snapshot(Window& window, const std::string& file) {
     return screen_ != nullptr && screen_->Snapshot(window, file);
@@ -189,6 +202,7 @@ class Desktop {
   std::vector<Window*> modal_;
   std::vector<std::unique_ptr<Window>> kept_;
   std::vector<std::unique_ptr<Window>> closed_;
+  HelpHandler help_;
   int nesting_ = 0;
   bool closingAll_ = false;
 };

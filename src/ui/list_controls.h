@@ -16,6 +16,10 @@ class ListBox : public Control {
       : Control(window, std::move(name)), choice_(choice) {}
 
   bool Multiple() const { return choice_ == Choice::kMultiple; }
+  // Entries that are longer than the list end in dots, and their tool tips hold them whole; else a
+  // list scrolls sideways. Before it is shown.
+  bool Shortened() const { return shortened_; }
+  void SetShortened(bool shortened) { shortened_ = shortened; }
 
   const std::vector<std::string>& Items() const { return items_; }
   int Count() const { return static_cast<int>(items_.size()); }
@@ -46,6 +50,7 @@ class ListBox : public Control {
 
  private:
   const Choice choice_;
+  bool shortened_ = false;
   std::vector<std::string> items_;
   std::vector<bool> selected_;
 };

@@ -73,7 +73,11 @@ void Window::Leave(Control& control) {
 }
 
 bool Window::PressKey(const std::string& key) {
-  if (!Enabled()) return false;
+  if (Enabled() && UseKey(key)) return true;
+  return key == "F1" && desktop_ != nullptr && desktop_->ShowHelp(*this);
+}
+
+bool Window::UseKey(const std::string& key) {
   if (menu_ != nullptr) {
     if (MenuItem* item = menu_->FindShortcut(key)) return item->Click().Ok();
   }

@@ -17,6 +17,7 @@
 #include "ui/menu.h"
 #include "ui/picture.h"
 #include "ui/range_controls.h"
+#include "ui/rich_text.h"
 #include "ui/text_controls.h"
 
 namespace ormel::ui {
@@ -69,7 +70,8 @@ class Window {
   Desktop* OnDesktop() const { return desktop_; }
 
   // A person presses a key: a short-cut of the menu, else the default or the cancel button (Return,
-  // Escape). False: the key means nothing to the window itself.
+  // Escape), or the program's help (F1), even while the window is disabled. False: the key means
+  // nothing to the window itself.
   bool PressKey(const std::string& key);
 
   // A file was dropped on the window.
@@ -102,6 +104,7 @@ class Window {
   friend class StatusStrip;
   friend class Run;
 
+  bool UseKey(const std::string& key);
   void Join(Control& control);
   void Leave(Control& control);
   void Attach(MenuBar& menu) { menu_ = &menu; }

@@ -174,6 +174,33 @@ TEST(Controls, ArraysGrowShrinkAndListsAreWholeWhenPrinted) {
   EXPECT_THROW(Button(window, "cmdOk"), std::logic_error);
 }
 
+TEST(Controls, RichTextFollowsLinksAndCountsItsMarks) {
+  Window window("frmPage", "");
+  RichText page{window, "docPage"};
+  std::vector<std::string> links;
+  page.onLink = [&](const std::string& target) { links.push_back(target); };
+  page.SetPage(ReadMarkdown("# Maps\n\nSee [**this**](a.md), [that](b.md#c).\n\n## A map\n\nend"),
+               "");
+  const std::string acts[] = {"this", "b.md#c", "end"};
+  for (const std::string& link : acts) {
+    EXPECT_EQ(page.Select({&link, 1}).Text(),
+              link == "end" ? "frmPage.docPage has no link end" : "");
+  }
+  EXPECT_EQ(links, (std::vector<std::string>{"a.md", "b.md#c"}));
+  EXPECT_FALSE(page.ScrollToHeading("map"));
+  EXPECT_TRUE(page.ScrollToHeading("a-map") && page.Shows("A map"));
+  page.Mark({"MAP"});
+  EXPECT_EQ(page.MarkedCount(), 2);
+  for (const int number : {1, 3, 0}) page.ShowMark(number);
+  EXPECT_TRUE(page.CurrentMark() == 1 && page.Shows("Maps"));
+  int scrolls = 0;
+  page.onChange = [&] { ++scrolls; };
+  for (const std::size_t place : {0U, 1000U, 1000U}) EXPECT_TRUE(page.Scroll(place).Ok());
+  EXPECT_TRUE(scrolls == 1 && page.Shows("end"));
+  page.SetPage(ReadMarkdown(""), "");
+  EXPECT_TRUE(page.Shows("") && page.MarkedCount() == 0 && page.CurrentMark() == 0);
+}
+
 TEST(Controls, AControlMayRemoveItselfInItsOwnHandler) {
   TestDesktop test;
   FrmTest& window = test.ShowTest();

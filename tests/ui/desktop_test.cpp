@@ -145,5 +145,35 @@ TEST_F(DesktopTest, ARunTellsAFailureButNotACancellation) {
   EXPECT_EQ(desktop.TakeMessage(), std::nullopt);
 }
 
+TEST_F(DesktopTest, F1AsksForHelpWhereAWindowHasNoOtherUseForIt) {
+  EXPECT_FALSE(window.PressKey("F1"));
+  struct FrmOwn final : Window {
+    FrmOwn() : Window("frmOwn", "") {}
+    MenuBar menu{*this, {{"mKey", "Key", "F1", {}, {}}}};
+  };
+  auto& own = desktop.Show(std::make_unique<FrmOwn>());
+  std::string asked;
+  desktop.SetHelp([&](const Window& one) { asked += one.Name() + " "; });
+  EXPECT_TRUE(own.PressKey("F1"));
+  EXPECT_TRUE(window.PressKey("F1"));
+  window.SetEnabled(false);  // a command runs
+  EXPECT_TRUE(window.PressKey("F1"));
+  EXPECT_EQ(asked, "frmTest frmTest ");
+}
+
+TEST_F(DesktopTest, WhatIsBroughtAboveAModalWindowDoesNotWaitForIt) {
+  FrmTest& help = ShowTest("frmOther");
+  FrmTest modal("frmModal");
+  desktop.SetModalLoop([&](Window&) {
+    EXPECT_TRUE(desktop.IsBehindModal(window) && desktop.IsBehindModal(help));
+    desktop.BringAbove(help);
+    EXPECT_TRUE(desktop.IsBehindModal(window));
+    EXPECT_FALSE(desktop.IsBehindModal(help) || desktop.IsBehindModal(modal));
+    EXPECT_FALSE(desktop.IsBehindModal(ShowTest("frmLater")));
+  });
+  desktop.ShowModal(modal, &window);
+  EXPECT_FALSE(desktop.IsBehindModal(window));
+}
+
 }  // namespace
 }  // namespace ormel::ui::testing

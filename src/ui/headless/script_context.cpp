@@ -15,9 +15,8 @@ Window& OpenWindow(const ScriptContext& context, const std::string& word) {
 Window& ReachableWindow(const ScriptContext& context, const std::string& word) {
   Window& window = OpenWindow(context, word);
   if (context.desktop.IsHidden(window)) throw ScriptError(word + " is hidden");
-  const Window* modal = context.desktop.ModalWindow();
-  if (modal != nullptr && modal != &window) {
-    throw ScriptError(word + " waits behind " + modal->Name());
+  if (context.desktop.IsBehindModal(window)) {
+    throw ScriptError(word + " waits behind " + context.desktop.ModalWindow()->Name());
   }
   return window;
 }

@@ -4,6 +4,7 @@
 #include <QBuffer>
 #include <QIcon>
 #include <QPixmap>
+#include <QWindow>
 #include <algorithm>
 #include <unordered_map>
 
@@ -69,6 +70,15 @@ void QtScreen::Show(Window& window, bool visible) {
     shown->raise();
     shown->activateWindow();
   }
+}
+
+void QtScreen::BringAbove(Window& window) {
+  QtWindow* shown = windows_->Find(&window);
+  const QWidget* modal = QApplication::activeModalWidget();
+  if (shown != nullptr && modal != nullptr && modal != shown) {
+    shown->windowHandle()->setTransientParent(modal->windowHandle());
+  }
+  Show(window, true);
 }
 
 void QtScreen::Close(Window& window) {

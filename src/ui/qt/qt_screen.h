@@ -19,6 +19,7 @@ class QtScreen final : public Screen {
 
   void Open(Window& window, Window* owner, bool modal) override;
   void Show(Window& window, bool visible) override;
+  void BringAbove(Window& window) override;
   void Close(Window& window) override;
   void ProcessEvents() override;
   bool Snapshot(Window& window, const std::string& file) override;

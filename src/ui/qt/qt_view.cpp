@@ -128,9 +128,9 @@ View* MakeFirst(std::initializer_list<Maker> makers, QtWindow& window, Control& 
 }
 
 View* MakeView(QtWindow& window, Control& control, QWidget* parent) {
-  View* view = MakeFirst(
-      {MakeTextView, MakeButtonView, MakeListView, MakeFolderView, MakeRangeView, MakePictureView},
-      window, control, parent);
+  View* view = MakeFirst({MakeTextView, MakeButtonView, MakeListView, MakeFolderView, MakeRangeView,
+                          MakePictureView, MakeRichTextView},
+                         window, control, parent);
   if (view == nullptr) throw std::logic_error("no widget can show the control " + control.Name());
   return view;
 }

@@ -106,6 +106,7 @@ View* MakeListView(QtWindow& window, Control& control, QWidget* parent);
 View* MakeFolderView(QtWindow& window, Control& control, QWidget* parent);
 View* MakeRangeView(QtWindow& window, Control& control, QWidget* parent);
 View* MakePictureView(QtWindow& window, Control& control, QWidget* parent);
+View* MakeRichTextView(QtWindow& window, Control& control, QWidget* parent);
 
 // One kind of control: its view when `control` is one.
 template <class C, class V>

@@ -18,6 +18,7 @@ class ListView final : public ViewOfKind<ListBox, ListWidget> {
       : ViewOfKind(window, control, new ListWidget(parent)) {
     The().setSelectionMode(control.Multiple() ? QListView::ExtendedSelection
                                               : QListView::SingleSelection);
+    if (control.Shortened()) The().setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     connect(The().selectionModel(), &QItemSelectionModel::selectionChanged, this,
             [this] { Act([&](ListBox& list) { return list.Choose(SelectedOnScreen()); }); });
     connect(&The(), &QListView::clicked, this, [this] { Act(&ListBox::Click); });

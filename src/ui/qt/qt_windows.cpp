@@ -6,6 +6,7 @@
 #include <QGroupBox>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMenuBar>
 #include <QMimeData>
 #include <QProgressBar>
@@ -161,7 +162,9 @@ void QtWindow::Focus(Control& control) {
   const auto known = views_.find(&control);
   if (known == views_.end() || known->second->Widget() == nullptr) return;
   activateWindow();
-  known->second->Widget()->setFocus(Qt::OtherFocusReason);
+  QWidget* widget = known->second->Widget();
+  widget->setFocus(Qt::OtherFocusReason);
+  if (auto* line = qobject_cast<QLineEdit*>(widget)) line->selectAll();  // typing replaces it
 }
 
 void QtWindow::Mark(View* view) {

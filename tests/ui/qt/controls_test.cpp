@@ -186,6 +186,13 @@ TEST_F(ControlsTest, KeysReachTheProgramOnceAndAfterTheWidget) {
     Press(w.picMap, key)();
   }
   EXPECT_EQ(keys, (Log{"aa", "BackSpace", "Home", "Delete", "=", "PageDown"}));
+  Log helped;
+  desktop.SetHelp([&](const Window& window) { helped.push_back(window.Name()); });
+  for (const Control* control : {static_cast<Control*>(&w.picMap), static_cast<Control*>(&w.lstOne),
+                                 static_cast<Control*>(&w.txtInside)}) {
+    Press(*control, Qt::Key_F1)();
+  }
+  EXPECT_EQ(helped, Log(3, "frmTest"));
 }
 
 TEST_F(ControlsTest, ATextBoxIsLeftOnlyForAnotherField) {

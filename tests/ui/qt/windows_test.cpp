@@ -8,6 +8,7 @@
 #include <QProgressBar>
 #include <QPushButton>
 #include <QUrl>
+#include <QWindow>
 #include <algorithm>
 #include <chrono>
 #include <thread>
@@ -248,6 +249,21 @@ TEST_F(WindowsTest, AModalWindowHoldsItsCallerAndBlocksTheOthers) {
   desktop.ShowModal(modal, &main);
   EXPECT_EQ(TopLevel(modal), nullptr);
   EXPECT_TRUE(desktop.IsOpen(main));
+}
+
+TEST_F(WindowsTest, AWindowBroughtAboveAModalOneCanBeUsedAndOutlivesIt) {
+  auto& help = Shown<FrmTest>();
+  help.SetCaption("Help");
+  Settle();
+  FrmTest modal;
+  InDialog<QWidget>([&](QWidget& widget) {
+    desktop.BringAbove(help);
+    EXPECT_EQ(TopLevel(help)->windowHandle()->transientParent(), widget.windowHandle());
+    desktop.Close(modal);
+  });
+  desktop.ShowModal(modal);
+  Settle();
+  EXPECT_NE(TopLevel(help), nullptr);
 }
 
 TEST_F(WindowsTest, DroppedFilesReachTheWindow) {

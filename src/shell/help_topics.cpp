@@ -1,0 +1,34 @@
+#include "shell/help_topics.h"
+
+#include <algorithm>
+#include <iterator>
+
+namespace ormel {
+namespace {
+
+constexpr HelpTopic kTopics[] = {
+    {"frmOptions", "start.md", "global-settings"},
+    {"frmHelp", "start.md", "help"},
+    {"frmAbout", "guide.md", ""},
+    {"frmBuild", "linear-models.md", "the-builder"},
+    {"frmRA", "linear-models.md", "a-whole-folder-at-once"},
+    {"frmEigen", "linear-models.md", "weights-from-comparisons"},
+    {"frmDraw", "main-job.md", "step-by-step"},
+    {"frmBuildC", "nonlinear-models.md", "the-builder"},
+    {"frmWeight", "nonlinear-models.md", "the-graph-editor"},
+    {"frmDrawC", "nonlinear-models.md", "the-viewer"},
+    {"frmView", "viewer.md", ""},
+    {"frmMetric", "viewer.md", "measuring"},
+};
+
+}  // namespace
+
+std::span<const HelpTopic> HelpTopics() { return kTopics; }
+
+const HelpTopic* FindHelpTopic(std::string_view window) {
+  const auto* found = std::find_if(std::begin(kTopics), std::end(kTopics),
+                                   [&](const HelpTopic& one) { return one.window == window; });
+  return found == std::end(kTopics) ? nullptr : found;
+}
+
+}  // namespace ormel
