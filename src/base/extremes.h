@@ -20,8 +20,8 @@ struct Extremes {
   }
 };
 
-// The same in a hot loop. The numbers stand in several lanes, because a single one would make each of
-// them wait for the one before it.
+// The same in a hot loop. The numbers stand in several lanes, because a single one would make each
+// of them wait for the one before it.
 class LaneExtremes {
  public:
   static constexpr std::size_t kLanes = 2;

@@ -25,8 +25,10 @@ FrmMain::FrmMain(AppContext& app) : Window("frmMain", "ORMEL Model " ORMEL_VERSI
   txtReceive.onChange = [this] { TextReceived(); };
   onDrop = [this](const std::string& path) { OpenFileByExtension(path); };
   SetLayout(ui::Row{txtReceive});
+  SetMain();
   options_.LoadAtStart();
   app_.session.onChange = [this] { ShowSession(); };
+  app_.desktop.SetWindowsHandler([this] { ListWindows(); });
   app_.desktop.SetHelp([desktop = &app_.desktop](const ui::Window& window) {
     OpenHelp(*desktop).ShowAbout(window.Name());
   });
@@ -34,7 +36,10 @@ FrmMain::FrmMain(AppContext& app) : Window("frmMain", "ORMEL Model " ORMEL_VERSI
   ShowBuilderChoice();
 }
 
-FrmMain::~FrmMain() { app_.session.onChange = {}; }
+FrmMain::~FrmMain() {
+  app_.session.onChange = {};
+  app_.desktop.SetWindowsHandler({});
+}
 
 // ---- Menu and toolbar ---------------------------------------------------------------------------
 
@@ -72,6 +77,7 @@ std::vector<ui::MenuSpec> FrmMain::Menus() {
            "",
            {},
            {{"mNewView", "New View", "Ctrl+N", Run(&FrmMain::mNewView), {}}}},
+          {"mWindow", "&Window", "", {}, {MenuSpec::Separator()}},  // see ListWindows()
           {"mHelp",
            "&Help",
            "",
@@ -106,6 +112,30 @@ std::vector<ui::MenuSpec> FrmMain::BuilderMenu() {
     menu.push_back({"", builder.caption, "", choose, {}});
   }
   return menu;
+}
+
+// The windows that are open, beside this one.
+void FrmMain::ListWindows() {
+  std::vector<ui::MenuSpec> entries{
+      {"mNextWindow", "&Next Window", "Ctrl+Tab", [this] { app_.desktop.GoOn(*this, false); }, {}},
+      ui::MenuSpec::Separator()};
+  for (const ui::Window* window : app_.desktop.WindowsToGoTo()) {
+    if (window == this) continue;
+    const int number = static_cast<int>(entries.size()) - 1;
+    entries.push_back({"mWindow" + std::to_string(number),
+                       ui::NumberedCaption(number, window->Caption()),
+                       "",
+                       [this, number] { GoToWindow(number); },
+                       {}});
+  }
+  if (entries.size() == 2) entries.pop_back();
+  menu["mWindow"].SetChildren(entries);
+}
+
+void FrmMain::GoToWindow(int number) {
+  for (ui::Window* window : app_.desktop.WindowsToGoTo()) {
+    if (window != this && --number == 0) return app_.desktop.ShowAgain(*window);
+  }
 }
 
 // The button asks by itself before the command does: a model that the person then keeps after all

@@ -56,6 +56,8 @@ class FrmMain final : public ui::Window {
   void ShowSession();
   void ShowBuilderChoice();
   std::vector<ui::MenuSpec> BuilderMenu();
+  void ListWindows();
+  void GoToWindow(int number);
   void StartFromToolbar(int builder);
 
   // The commands of the menu, by the names of their entries.

@@ -23,6 +23,7 @@ void Desktop::Add(Window& window, Window* owner, bool modal) {
   open_.push_back(&window);
   if (modal) modal_.push_back(&window);
   if (screen_ != nullptr) screen_->Open(window, owner, modal);
+  WindowsChanged();
 }
 
 void Desktop::Keep(std::unique_ptr<Window> window, Window* owner) {
@@ -46,11 +47,13 @@ void Desktop::ShowModal(Window& window, Window* owner) {
 void Desktop::Hide(Window& window) {
   if (!IsHidden(window)) hidden_.push_back(&window);
   if (screen_ != nullptr) screen_->Show(window, false);
+  WindowsChanged();
 }
 
 void Desktop::ShowAgain(Window& window) {
   std::erase(hidden_, &window);
   if (screen_ != nullptr) screen_->Show(window, true);
+  WindowsChanged();
 }
 
 void Desktop::BringAbove(Window& window) {
@@ -73,6 +76,34 @@ bool Desktop::ShowHelp(const Window& window) {
   return true;
 }
 
+std::vector<Window*> Desktop::WindowsToGoTo() const {
+  std::vector<Window*> windows = open_;
+  std::erase_if(windows, [this](const Window* window) {
+    return IsHidden(*window) || IsBehindModal(*window) || window->Bare();
+  });
+  return windows;
+}
+
+void Desktop::GoOn(const Window& from, bool back) {
+  const std::vector<Window*> windows = WindowsToGoTo();
+  const auto here = std::find(windows.begin(), windows.end(), &from);
+  if (here == windows.end()) return;
+  const auto count = windows.size();
+  const auto place = static_cast<std::size_t>(here - windows.begin());
+  ShowAgain(*windows[(place + (back ? count - 1 : 1)) % count]);
+}
+
+bool Desktop::UseKey(Window& window, const std::string& key) {
+  if (key == "F1") return ShowHelp(window);
+  if (key == "Ctrl+Tab" || key == "Ctrl+Shift+Tab") {
+    GoOn(window, key == "Ctrl+Shift+Tab");
+    return true;
+  }
+  if (key != "Ctrl+W" || window.IsMain()) return false;
+  CloseByFrame(window);
+  return true;
+}
+
 void Desktop::Close(Window& window) {
   if (!IsOpen(window)) return;
   const Nesting nesting(this);
@@ -82,6 +113,7 @@ void Desktop::Close(Window& window) {
   std::erase(modal_, &window);
   if (screen_ != nullptr) screen_->Close(window);
   window.OnClosed();
+  WindowsChanged();
   const auto kept = std::find_if(kept_.begin(), kept_.end(),
                                  [&](const auto& one) { return one.get() == &window; });
   if (kept == kept_.end()) return;

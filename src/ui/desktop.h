@@ -151,6 +151,17 @@ class Desktop {
   void SetHelp(HelpHandler help) { help_ = std::move(help); }
   bool ShowHelp(const Window& window);  // false: there is no help
 
+  // The windows that a person can go to now, the oldest first.
+  std::vector<Window*> WindowsToGoTo() const;
+  // Brings the window behind `from` to the front, or the one before it; around the end.
+  void GoOn(const Window& from, bool back);
+  // Keys that do the same in every window: F1 its help, Ctrl+W closes it as its frame does (the
+  // program's own window stays), Ctrl+Tab and Ctrl+Shift+Tab go on to the next one. False: none of
+  // them.
+  bool UseKey(Window& window, const std::string& key);
+  // Called whenever a window was opened, closed, hidden, shown again or got another caption.
+  void SetWindowsHandler(Handler handler) { onWindows_ = std::move(handler); }
+
   bool Snapshot(Window& window, const std::string& file) {
     return screen_ != nullptr && screen_->Snapshot(window, file);
   }
@@ -192,6 +203,11 @@ class Desktop {
   virtual void Idle() {}
 
  private:
+  friend class Window;
+
+  void WindowsChanged() {
+    if (onWindows_) onWindows_();
+  }
   void Keep(std::unique_ptr<Window> window, Window* owner);
   void Add(Window& window, Window* owner, bool modal);
   void CloseWaiting();
@@ -203,6 +219,7 @@ class Desktop {
   std::vector<std::unique_ptr<Window>> kept_;
   std::vector<std::unique_ptr<Window>> closed_;
   HelpHandler help_;
+  Handler onWindows_;
   int nesting_ = 0;
   bool closingAll_ = false;
 };

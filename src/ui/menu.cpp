@@ -31,12 +31,28 @@ MenuItem* FindItem(const Items& items, Wanted wanted) {
 
 }  // namespace
 
+std::string NumberedCaption(int number, const std::string& text) {
+  std::string caption = std::to_string(number);
+  caption.insert(caption.size() - 1, "&");
+  caption += ' ';
+  for (const char letter : text) caption.append(letter == '&' ? 2 : 1, letter);
+  return caption;
+}
+
 MenuItem::MenuItem(Window& window, std::string name, const MenuSpec& spec)
     : CaptionedControl(window, std::move(name), spec.caption),
       shortcut_(spec.shortcut),
       children_(MakeItems(window, Name(), spec.children)) {
   onClick = spec.run;
   for (const auto& child : children_) child->SetFrame(this);
+}
+
+void MenuItem::SetChildren(const std::vector<MenuSpec>& specs) {
+  for (auto& child : children_) Retire(std::move(child));
+  children_ = MakeItems(Owner(), Name(), specs);
+  for (const auto& child : children_) child->SetFrame(this);
+  ++childrenVersion_;
+  Changed();
 }
 
 void MenuItem::SetChecked(bool checked) {

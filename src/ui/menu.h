@@ -26,6 +26,10 @@ struct MenuSpec {
   static MenuSpec Separator() { return {"", "-", "", {}, {}}; }
 };
 
+// The caption of an entry in a numbered list: the last figure of its number reaches it by keyboard,
+// "&1 Map View". Ampersands in the text stand for themselves.
+std::string NumberedCaption(int number, const std::string& text);
+
 class MenuItem final : public CaptionedControl {
  public:
   MenuItem(Window& window, std::string name, const MenuSpec& spec);
@@ -35,6 +39,10 @@ class MenuItem final : public CaptionedControl {
   bool Checked() const { return checked_; }
   void SetChecked(bool checked);
   const std::vector<std::unique_ptr<MenuItem>>& Children() const { return children_; }
+  // Other entries below this one, which has some already. The old ones go when no handler runs.
+  void SetChildren(const std::vector<MenuSpec>& specs);
+  // Grows with every SetChildren().
+  int ChildrenVersion() const { return childrenVersion_; }
 
   bool Shows(const std::string& value) const override;
 
@@ -42,6 +50,7 @@ class MenuItem final : public CaptionedControl {
   std::string shortcut_;
   bool checked_ = false;
   std::vector<std::unique_ptr<MenuItem>> children_;
+  int childrenVersion_ = 0;
 };
 
 class MenuBar {

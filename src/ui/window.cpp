@@ -30,6 +30,7 @@ Window::~Window() { DestroyRetired(); }
 void Window::SetCaption(std::string caption) {
   caption_ = std::move(caption);
   Refresh();
+  if (desktop_ != nullptr) desktop_->WindowsChanged();
 }
 
 void Window::SetEnabled(bool enabled) {
@@ -74,7 +75,7 @@ void Window::Leave(Control& control) {
 
 bool Window::PressKey(const std::string& key) {
   if (Enabled() && UseKey(key)) return true;
-  return key == "F1" && desktop_ != nullptr && desktop_->ShowHelp(*this);
+  return desktop_ != nullptr && desktop_->UseKey(*this, key);
 }
 
 bool Window::UseKey(const std::string& key) {

@@ -69,9 +69,13 @@ class Window {
   // The desktop on which the window is or was shown; null before.
   Desktop* OnDesktop() const { return desktop_; }
 
-  // A person presses a key: a short-cut of the menu, else the default or the cancel button (Return,
-  // Escape), or the program's help (F1), even while the window is disabled. False: the key means
-  // nothing to the window itself.
+  // The program's own window, with which it ends.
+  bool IsMain() const { return main_; }
+  void SetMain() { main_ = true; }
+
+  // A person presses a key: a short-cut of the menu, the default or the cancel button (Return,
+  // Escape), or what the key does in every window (Desktop::UseKey), even while this one is
+  // disabled. False: the key means nothing to the window itself.
   bool PressKey(const std::string& key);
 
   // A file was dropped on the window.
@@ -117,6 +121,7 @@ class Window {
   std::string caption_;
   bool enabled_ = true;
   bool bare_ = false;
+  bool main_ = false;
   LayoutItem layout_ = Column{};
   std::map<std::string, Control*, std::less<>> byName_;
   std::vector<Control*> controls_;

@@ -113,7 +113,7 @@ class FrmTest : public Window {
 class FakeScreen final : public Screen {
  public:
   void Open(Window&, Window*, bool) override {}
-  void Show(Window&, bool) override {}
+  void Show(Window& window, bool visible) override { shown = visible ? window.Name() : ""; }
   void Close(Window&) override {}
   void ProcessEvents() override {
     ++pumps;
@@ -124,6 +124,7 @@ class FakeScreen final : public Screen {
     return canWrite;
   }
 
+  std::string shown;  // the window shown again last
   int pumps = 0;
   std::function<void()> onPump;
   std::vector<std::string> pictures;

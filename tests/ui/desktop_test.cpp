@@ -161,6 +161,43 @@ TEST_F(DesktopTest, F1AsksForHelpWhereAWindowHasNoOtherUseForIt) {
   EXPECT_EQ(asked, "frmTest frmTest ");
 }
 
+TEST_F(DesktopTest, KeysGoFromWindowToWindowAndCloseAllButTheProgramsOwn) {
+  FrmTest& second = ShowTest("frmSecond");
+  FrmTest& hidden = ShowTest("frmHidden");
+  desktop.Hide(hidden);
+  ShowTest("frmBare").SetBare();
+  const auto shownBy = [&](Window& from, const std::string& key) {
+    screen.shown.clear();
+    EXPECT_TRUE(from.PressKey(key));
+    return screen.shown;
+  };
+  EXPECT_EQ(shownBy(window, "Ctrl+Tab"), "frmSecond");
+  EXPECT_EQ(shownBy(second, "Ctrl+Tab"), "frmTest");
+  EXPECT_EQ(shownBy(window, "Ctrl+Shift+Tab"), "frmSecond");
+  window.SetMain();
+  EXPECT_FALSE(window.PressKey("Ctrl+W"));
+  second.mayClose = false;
+  EXPECT_TRUE(second.PressKey("Ctrl+W") && desktop.IsOpen(second)) << "it may refuse, as ever";
+  second.mayClose = true;
+  EXPECT_TRUE(second.PressKey("Ctrl+W"));
+  EXPECT_FALSE(desktop.IsOpen(second));
+}
+
+TEST_F(DesktopTest, TellsWhenTheWindowsToGoToHaveChanged) {
+  std::string seen;
+  desktop.SetWindowsHandler([&] {
+    for (const Window* one : desktop.WindowsToGoTo()) seen += one->Caption() + " ";
+    seen += "| ";
+  });
+  FrmTest& other = ShowTest("frmOther");
+  other.SetCaption("Renamed");
+  desktop.Hide(other);
+  desktop.ShowAgain(other);
+  desktop.Close(other);
+  desktop.SetWindowsHandler({});
+  EXPECT_EQ(seen, "Test Test | Test Renamed | Test | Test Renamed | Test | ");
+}
+
 TEST_F(DesktopTest, WhatIsBroughtAboveAModalWindowDoesNotWaitForIt) {
   FrmTest& help = ShowTest("frmOther");
   FrmTest modal("frmModal");

@@ -9,6 +9,7 @@
 #include <QStatusBar>
 #include <QToolBar>
 #include <QToolButton>
+#include <utility>
 
 #include "ui/qt/qt_view.h"
 #include "ui/qt/qt_windows.h"
@@ -17,11 +18,17 @@
 namespace ormel::ui {
 namespace {
 
+using Items = std::vector<std::unique_ptr<MenuItem>>;
+
+// `bar` is a menu bar or a menu.
+template <class Bar>
+void AddItems(QtWindow& window, Bar& bar, const Items& items);
+
 // An entry that runs a command, opens a submenu (its action is the submenu's) or separates.
 class MenuItemView final : public ViewOfKind<MenuItem, QAction> {
  public:
   MenuItemView(QtWindow& window, MenuItem& control, QAction* action)
-      : ViewOfKind(window, control, action) {
+      : ViewOfKind(window, control, action), version_(control.ChildrenVersion()) {
     action->setSeparator(control.IsSeparator());
     connect(action, &QAction::triggered, this, [this] { Act(&MenuItem::Click); });
   }
@@ -29,6 +36,9 @@ class MenuItemView final : public ViewOfKind<MenuItem, QAction> {
  private:
   void Show() override {
     const MenuItem& item = TheControl();
+    if (std::exchange(version_, item.ChildrenVersion()) != item.ChildrenVersion()) {
+      AddItems(Owner(), *The().menu(), item.Children());  // the old ones go by themselves
+    }
     The().setText(ToQt(item.Caption()));
     The().setShortcut(QKeySequence::fromString(ToQt(item.Shortcut()), QKeySequence::PortableText));
     The().setEnabled(item.Enabled());
@@ -36,11 +46,12 @@ class MenuItemView final : public ViewOfKind<MenuItem, QAction> {
     if (item.Checked()) The().setCheckable(true);
     The().setChecked(item.Checked());
   }
+
+  void Parted() override { The().setVisible(false); }
+
+  int version_;  // of the entries below
 };
 
-using Items = std::vector<std::unique_ptr<MenuItem>>;
-
-// `bar` is a menu bar or a menu.
 template <class Bar>
 void AddItems(QtWindow& window, Bar& bar, const Items& items) {
   for (const auto& item : items) {

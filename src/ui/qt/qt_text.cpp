@@ -33,12 +33,16 @@ constexpr std::array kNamedKeys{NamedKey{Qt::Key_Home, "Home"},
 
 std::string KeyName(const QKeyEvent& event) {
   const int key = event.key();
+  const bool isTab = key == Qt::Key_Tab || key == Qt::Key_Backtab;
+  const bool isControl = event.modifiers().testFlag(Qt::ControlModifier);
+  if (isTab && isControl) return key == Qt::Key_Backtab ? "Ctrl+Shift+Tab" : "Ctrl+Tab";
   for (const NamedKey& named : kNamedKeys) {
     if (named.key == key) return named.name;
   }
   if (key >= Qt::Key_F1 && key <= Qt::Key_F35) return "F" + std::to_string(key - Qt::Key_F1 + 1);
   const QString text = event.text();
-  if (!text.isEmpty() && text[0].isPrint()) return FromQt(text);
+  const bool isTyped = !isControl || event.modifiers().testFlag(Qt::AltModifier);  // AltGr is both
+  if (isTyped && !text.isEmpty() && text[0].isPrint()) return FromQt(text);
   const bool isLetter = key >= Qt::Key_Space && key < Qt::Key_Escape;
   return isLetter ? FromQt(QKeySequence(event.keyCombination()).toString()) : std::string();
 }

@@ -88,8 +88,9 @@ class ViewOfKind : public View {
   // shows the outcome.
   template <class Action>
   void Act(Action action) {
+    const QPointer<View> alive(this);
     Tell(action);
-    if (Subject() != nullptr) Refresh();
+    if (alive != nullptr && Subject() != nullptr) Refresh();
   }
 
  private:

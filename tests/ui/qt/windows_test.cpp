@@ -4,6 +4,7 @@
 #include <QDropEvent>
 #include <QGroupBox>
 #include <QLabel>
+#include <QMenu>
 #include <QMimeData>
 #include <QProgressBar>
 #include <QPushButton>
@@ -288,6 +289,76 @@ TEST_F(WindowsTest, ASnapshotIsAPictureFile) {
   EXPECT_TRUE(desktop.Snapshot(window, file));
   EXPECT_EQ(QImage(QString::fromStdString(file)).size(), TopLevel(window)->size());
   EXPECT_FALSE(desktop.Snapshot(window, "/no/such/folder/demo.png"));
+}
+
+// A window whose menu lists what there is.
+struct FrmList final : Window {
+  FrmList() : Window("frmList", "List") { SetLayout(Row{txtFirst, txtSecond}); }
+  void List(const std::vector<std::string>& names) {
+    std::vector<MenuSpec> entries;
+    for (const std::string& name : names) {
+      const int number = static_cast<int>(entries.size()) + 1;
+      entries.push_back({"mEntry" + std::to_string(number),
+                         NumberedCaption(number, name),
+                         "Ctrl+" + std::to_string(number),
+                         [this, name] { Choose(name); },
+                         {}});
+    }
+    menu["mList"].SetChildren(entries);
+  }
+  void Choose(const std::string& name) {
+    chosen += name + " ";
+    List({"after " + name});
+  }
+
+  std::string chosen;
+  TextBox txtFirst{*this, "txtFirst"};
+  TextBox txtSecond{*this, "txtSecond"};
+  MenuBar menu{*this, {{"mList", "&List", "", {}, {MenuSpec::Separator()}}}};
+};
+
+TEST_F(WindowsTest, AMenuShowsItsNewEntriesAndForgetsTheOldOnesOnceTheirCommandIsOver) {
+  auto& w = Shown<FrmList>();
+  w.List({"sand & clay", "loam"});
+  Settle();
+  const auto texts = [&] {
+    QStringList shown;
+    for (const QAction* action : On<QAction>(w.menu["mList"]).menu()->actions()) {
+      if (action->isVisible()) shown += action->text();
+    }
+    return shown.join("|").toStdString();
+  };
+  EXPECT_EQ(texts(), "&1 sand && clay|&2 loam");
+  QTest::keyClick(TopLevel(w), Qt::Key_2, Qt::ControlModifier);
+  Settle();
+  EXPECT_EQ(w.chosen, "loam ");
+  EXPECT_EQ(texts(), "&1 after loam");
+  QTest::keyClick(TopLevel(w), Qt::Key_2, Qt::ControlModifier);
+  QTest::keyClick(TopLevel(w), Qt::Key_1, Qt::ControlModifier);
+  Settle();
+  EXPECT_EQ(w.chosen, "loam after loam ");
+}
+
+TEST_F(WindowsTest, KeysGoToTheNextWindowAndCloseOneFromWithinAnyControl) {
+  auto& first = Shown<FrmTest>();
+  auto& second = Shown<FrmList>();
+  const auto press = [&](QWidget& from, Qt::Key key, Qt::KeyboardModifiers more = {}) {
+    QTest::keyClick(&from, key, Qt::ControlModifier | more);
+    Settle();
+  };
+  On(second.txtFirst).setFocus();
+  press(On(second.txtFirst), Qt::Key_Tab);
+  EXPECT_EQ(QApplication::activeWindow(), TopLevel(first));
+  for (Control* control : std::vector<Control*>{&first.txtNotes, &first.lstOne, &first.cmdOk}) {
+    press(On(*control), Qt::Key_Backtab, Qt::ShiftModifier);
+    EXPECT_EQ(QApplication::activeWindow(), TopLevel(second)) << control->Name();
+    press(On(second.txtFirst), Qt::Key_Tab);
+    EXPECT_EQ(QApplication::activeWindow(), TopLevel(first)) << control->Name();
+  }
+  EXPECT_EQ(first.txtNotes.Text(), "two\nlines");
+  press(On(first.txtNotes), Qt::Key_W);
+  EXPECT_FALSE(desktop.IsOpen(first));
+  EXPECT_TRUE(desktop.IsOpen(second));
 }
 
 }  // namespace
