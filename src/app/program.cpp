@@ -21,9 +21,22 @@ Settings FirstSettings(ui::Desktop& desktop) {
 
 Program::Program(ui::Desktop& desktop)
     : settings_(FirstSettings(desktop)),
-      app_{desktop, settings_, session_, {kPictureFilter, WritePicture}},
-      main_(desktop.Show(std::make_unique<FrmMain>(app_))) {}
+      saved_(settings_),
+      app_{desktop,
+           settings_,
+           session_,
+           {kPictureFilter, WritePicture},
+           [this](const std::string& path) { saved_.NoteFile(path); }},
+      main_(ShowMain()) {}
 
-Program::~Program() { app_.desktop.DestroyWindows(); }
+Program::~Program() {
+  app_.desktop.DestroyWindows();
+  app_.desktop.SetMemory(nullptr);
+}
+
+FrmMain& Program::ShowMain() {
+  app_.desktop.SetMemory(&saved_);
+  return app_.desktop.Show(std::make_unique<FrmMain>(app_, saved_));
+}
 
 }  // namespace ormel

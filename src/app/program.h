@@ -3,6 +3,7 @@
 
 #include "mce/model_session.h"
 #include "parts/app_context.h"
+#include "shell/saved_desktop.h"
 
 namespace ormel {
 
@@ -20,7 +21,10 @@ class Program {
   FrmMain& Main() { return main_; }
 
  private:
+  FrmMain& ShowMain();
+
   Settings settings_;
+  SavedDesktop saved_;
   ModelSession session_;
   AppContext app_;
   FrmMain& main_;

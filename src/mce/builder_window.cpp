@@ -46,8 +46,12 @@ ChosenFilesSpec ConstraintsSpec(const Settings& settings) {
   spec.add = "CmdSrchC";
   spec.remove = "CmdRemoveC";
   spec.dialog = [&settings] {
-    return ui::FileDialog{"Load Constraint", "ASCII Raster (.asc, .grd)|*.asc;*.grd", "",
-                          settings.workingDirectory, kAnyMap};
+    return ui::FileDialog{"Load Constraint",
+                          "ASCII Raster (.asc, .grd)|*.asc;*.grd",
+                          "",
+                          settings.workingDirectory,
+                          kAnyMap,
+                          ui::FileKind::kMaps};
   };
   spec.removeQuestion = "Are You Sure You Want to Remove the Selected Constraints?";
   spec.removeAllQuestion = "No Constraints Selected, Clear All?";
@@ -201,8 +205,9 @@ bool BuilderWindow::TakeFactor(int row, const std::string& path) {
 
 void BuilderWindow::PickFactor(int row) {
   const std::string& pattern = rows.Pattern();
-  const auto choice = app_.desktop.OpenFile(
-      {"Load Factor", pattern + "|" + pattern, "", app_.settings.workingDirectory, kAnyMap});
+  const auto choice =
+      app_.desktop.OpenFile({"Load Factor", pattern + "|" + pattern, "",
+                             app_.settings.workingDirectory, kAnyMap, ui::FileKind::kMaps});
   if (choice) TakeFactor(row, choice->Path());
 }
 
@@ -294,7 +299,7 @@ std::optional<std::string> BuilderWindow::SaveTarget() {
   const auto choice = ui::AskSaveFile(
       app_.desktop,
       {"Save Model Information", "Model Information Files (" + pattern + ")|" + pattern, extension_,
-       app_.settings.workingDirectory, pattern},
+       app_.settings.workingDirectory, pattern, ui::FileKind::kModels},
       {.title = "Save Model Information"});
   if (!choice) return std::nullopt;
   return choice->Path();
@@ -304,8 +309,9 @@ void BuilderWindow::cmdSave_Click() {
   const std::optional<std::string> path = SaveTarget();
   if (!path) return;
   const Outcome<> written = WriteModelText(*path, CurrentModel());
-  if (written.Ok()) changed_ = false;
-  if (written.Failed()) app_.desktop.Message(written.Text());
+  if (written.Failed()) return app_.desktop.Message(written.Text());
+  changed_ = false;
+  app_.noteFile(*path);
 }
 
 void BuilderWindow::LoadModel(std::string path) {
@@ -320,13 +326,17 @@ void BuilderWindow::LoadModel(std::string path) {
     const std::string pattern = "*." + extension_;
     const auto choice = app_.desktop.OpenFile(
         {"Load Saved Model File", "Model Information Files (" + pattern + ")|" + pattern, "",
-         app_.settings.workingDirectory, pattern});
+         app_.settings.workingDirectory, pattern, ui::FileKind::kModels});
     if (!choice) return;
     path = choice->Path();
   }
   const Outcome<ModelText> model = ReadModelText(path);
-  if (model.Ok()) return TakeModel(model.Value());
-  if (asked) app_.desktop.Message(model.Text());
+  if (model.Ok()) {
+    TakeModel(model.Value());
+    app_.noteFile(path);
+  } else if (asked) {
+    app_.desktop.Message(model.Text());
+  }
 }
 
 // Rows and constraints that are refused are left out; a message has told so.

@@ -222,7 +222,7 @@ void GeneratorWindow::Generate() {
       case ui::Answer::kYes: {
         const auto choice = ui::AskSaveFile(
             app_.desktop,
-            {"Select Output Image", kRasterFilter, "asc", app_.settings.workingDirectory, "*.asc"},
+            {"Select Output Image", kRasterFilter, "asc", "", "*.asc", ui::FileKind::kOutputs},
             {.title = "Set Output File"});
         if (!choice) return;
         path = choice->Path();
@@ -370,8 +370,8 @@ void GeneratorWindow::ReadOut(const ui::MouseEvent& event) {
 // ---- Exports ------------------------------------------------------------------------------------
 
 void GeneratorWindow::ExportComposite() {
-  ui::FileDialog dialog{"Export Composite Map", kExportFilter, "bmp",
-                        app_.settings.workingDirectory, "*.bmp"};
+  ui::FileDialog dialog{"Export Composite Map", kExportFilter, "bmp", "", "*.bmp",
+                        ui::FileKind::kOutputs};
   if (!outputPath_.empty()) {
     dialog.folder = FolderPart(outputPath_);
     dialog.name = model_.title.empty() ? "Composite" : model_.title;
@@ -406,12 +406,10 @@ Outcome<> GeneratorWindow::WriteCompositeRaster(const std::string& path, Progres
 std::optional<ui::FileChoice> GeneratorWindow::AskExportFile(int factor, const std::string& filter,
                                                              const std::string& extension) {
   const std::string& entry = PList.Item(factor);
-  auto choice =
-      ui::AskSaveFile(app_.desktop,
-                      {"Export " + entry, filter, extension,
-                       exportFolder_.empty() ? app_.settings.workingDirectory : exportFolder_,
-                       ChangeExtension(entry, extension)},
-                      {.title = "Save As Bitmap"});
+  auto choice = ui::AskSaveFile(app_.desktop,
+                                {"Export " + entry, filter, extension, exportFolder_,
+                                 ChangeExtension(entry, extension), ui::FileKind::kOutputs},
+                                {.title = "Save As Bitmap"});
   if (choice) exportFolder_ = FolderPart(choice->Path());
   return choice;
 }
@@ -430,8 +428,8 @@ void GeneratorWindow::ExportFactors() {
 std::optional<std::string> GeneratorWindow::AskPalette(Palette& palette) {
   const std::string folder = PaletteFolder(app_.settings.programFolder);
   while (true) {
-    const auto choice =
-        app_.desktop.OpenFile({"Select Palette", kPaletteFilter, "", folder, "*.ptf"});
+    const auto choice = app_.desktop.OpenFile(
+        {"Select Palette", kPaletteFilter, "", folder, "*.ptf", ui::FileKind::kPalettes});
     if (!choice) return std::nullopt;
     if (CheckPaletteFile(choice->Path()) == "GOOD" && ReadPalette(choice->Path(), palette).Ok()) {
       return choice->Path();

@@ -27,6 +27,8 @@ struct AppContext {
   Settings& settings;
   ModelSession& session;
   PictureFiles pictures{};
+  // Called with the path of every model and map that was opened or saved in a window.
+  std::function<void(const std::string& path)> noteFile = [](const std::string&) {};
 };
 
 }  // namespace ormel

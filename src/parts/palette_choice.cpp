@@ -56,8 +56,8 @@ void PaletteChoice::Typed() {
 }
 
 void PaletteChoice::Pick() {
-  const auto choice = app_.desktop.OpenFile({"Select Palette", "Palette Files (.ptf)|*.ptf", "",
-                                             PaletteFolder(app_.settings.programFolder), "*.ptf"});
+  const auto choice = app_.desktop.OpenFile(
+      {"Select Palette", "Palette Files (.ptf)|*.ptf", "", "", "*.ptf", ui::FileKind::kPalettes});
   if (!choice) return;
   if (!Exists(choice->Path())) return app_.desktop.Message(kMissing);
   if (CheckPaletteFile(choice->Path()) == "BAD") return app_.desktop.Message(kCorrupt);

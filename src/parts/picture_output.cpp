@@ -23,8 +23,7 @@ void PictureOutput::Copy() {
 
 void PictureOutput::Save() {
   const auto choice = ui::AskSaveFile(
-      app_.desktop,
-      {kSaveTitle, app_.pictures.filter, "png", app_.settings.workingDirectory, "*.png"},
+      app_.desktop, {kSaveTitle, app_.pictures.filter, "png", "", "*.png", ui::FileKind::kOutputs},
       {.title = kSaveTitle});
   if (!choice) return;
   ui::Run run(window_);

@@ -1,5 +1,7 @@
 #include "shell/main_window.h"
 
+#include <algorithm>
+#include <cctype>
 #include <filesystem>
 
 #include "mce/linear/model_builder_window.h"
@@ -8,6 +10,7 @@
 #include "shell/about_window.h"
 #include "shell/file_opening.h"
 #include "shell/help_window.h"
+#include "shell/saved_desktop.h"
 #include "ui/desktop.h"
 #include "viewer/map_view_window.h"
 
@@ -19,7 +22,8 @@ constexpr char kFileEnd = '?';  // behind a path in the receive box
 
 }  // namespace
 
-FrmMain::FrmMain(AppContext& app) : Window("frmMain", "ORMEL Model " ORMEL_VERSION), app_(app) {
+FrmMain::FrmMain(AppContext& app, SavedDesktop& saved)
+    : Window("frmMain", "ORMEL Model " ORMEL_VERSION), app_(app), saved_(saved) {
   txtReceive.SetVisible(false);
   txtReceive.SetToolTip("A file's path and a question mark open the file");
   txtReceive.onChange = [this] { TextReceived(); };
@@ -29,6 +33,8 @@ FrmMain::FrmMain(AppContext& app) : Window("frmMain", "ORMEL Model " ORMEL_VERSI
   options_.LoadAtStart();
   app_.session.onChange = [this] { ShowSession(); };
   app_.desktop.SetWindowsHandler([this] { ListWindows(); });
+  saved_.onFiles = [this] { ListRecent(); };
+  ListRecent();
   app_.desktop.SetHelp([desktop = &app_.desktop](const ui::Window& window) {
     OpenHelp(*desktop).ShowAbout(window.Name());
   });
@@ -39,6 +45,7 @@ FrmMain::FrmMain(AppContext& app) : Window("frmMain", "ORMEL Model " ORMEL_VERSI
 FrmMain::~FrmMain() {
   app_.session.onChange = {};
   app_.desktop.SetWindowsHandler({});
+  saved_.onFiles = [] {};
 }
 
 // ---- Menu and toolbar ---------------------------------------------------------------------------
@@ -55,6 +62,8 @@ std::vector<ui::MenuSpec> FrmMain::Menus() {
            {},
            {{"mOptions", "Global Settings", "", Run(&FrmMain::mOptions), {}},
             {"mReceive", "&Receive File", "F12", Run(&FrmMain::mReceive), {}},
+            MenuSpec::Separator(),
+            {"mRecent", "R&ecent", "", Run(&FrmMain::ListRecent), {MenuSpec::Separator()}},
             MenuSpec::Separator(),
             {"mExit", "E&xit", "Ctrl+Q", Run(&FrmMain::mExit), {}}}},
           {"mMCE",
@@ -112,6 +121,32 @@ std::vector<ui::MenuSpec> FrmMain::BuilderMenu() {
     menu.push_back({"", builder.caption, "", choose, {}});
   }
   return menu;
+}
+
+// Looked at again whenever the menu opens: files come and go meanwhile.
+void FrmMain::ListRecent() {
+  std::vector<ui::MenuSpec> entries;
+  std::vector<std::string> missing;
+  for (const std::string& path : saved_.Files()) {
+    const int number = static_cast<int>(entries.size()) + 1;
+    const std::filesystem::path file(path);
+    entries.push_back(
+        {"mRecent" + std::to_string(number),
+         ui::NumberedCaption(number, (file.parent_path().filename() / file.filename()).string()),
+         "",
+         [this, path] { OpenRecent(path); },
+         {}});
+    std::error_code error;
+    if (!std::filesystem::exists(file, error)) missing.push_back(entries.back().name);
+  }
+  entries.push_back(ui::MenuSpec::Separator());
+  entries.push_back({"mRecentClear", "&Clear the List", "", [this] { saved_.ForgetFiles(); }, {}});
+  menu["mRecent"].SetChildren(entries);
+  menu["mRecent"].SetEnabled(!saved_.Files().empty());
+  for (std::size_t i = 0; i < saved_.Files().size(); ++i) {
+    menu[entries[i].name].SetToolTip(saved_.Files()[i]);
+  }
+  for (const std::string& name : missing) menu[name].SetEnabled(false);
 }
 
 // The windows that are open, beside this one.
@@ -189,6 +224,12 @@ void FrmMain::mNewView() { NewView(); }
 // ---- Files from outside -------------------------------------------------------------------------
 
 void FrmMain::OpenFileByExtension(const std::string& text) {
+  const FileToOpen file = ReadFileText(text);
+  OpenAs(file.path, file.extension);
+}
+
+// False: nothing opens such files.
+bool FrmMain::OpenAs(const std::string& path, std::string_view extension) {
   struct Opener {
     const char* extension;
     void (FrmMain::*open)(const std::string& path);
@@ -198,10 +239,23 @@ void FrmMain::OpenFileByExtension(const std::string& text) {
                                         {"asc", &FrmMain::OpenMap},
                                         {"grd", &FrmMain::OpenMap},
                                         {"txt", &FrmMain::OpenMap}};
-  const FileToOpen file = ReadFileText(text);
   for (const Opener& opener : kOpeners) {
-    if (file.extension == opener.extension) return (this->*opener.open)(file.path);
+    if (extension != opener.extension) continue;
+    (this->*opener.open)(path);
+    return true;
   }
+  return false;
+}
+
+// A model from the list has its file from the start, as one from the Load dialog has.
+void FrmMain::OpenRecent(const std::string& path) {
+  const RunningModel* before = app_.session.Running();
+  std::string extension = std::filesystem::path(path).extension().string();
+  std::transform(extension.begin(), extension.end(), extension.begin(),
+                 [](unsigned char letter) { return std::tolower(letter); });
+  if (extension.empty() || !OpenAs(path, extension.substr(1))) OpenMap(path);
+  const RunningModel* running = app_.session.Running();
+  if (running != nullptr && running != before) app_.session.modelFile = path;
 }
 
 // A builder of this kind with nothing in it yet; null when the person keeps the model that runs.
@@ -279,8 +333,8 @@ void FrmMain::mLoadMCE() {
         "You Already Have a MCE Running! To Begin Another You Must Close Your Current One.");
     return;
   }
-  const auto choice =
-      app_.desktop.OpenFile({"Load MCE", kLoadFilter, "", app_.settings.workingDirectory, ""});
+  const auto choice = app_.desktop.OpenFile(
+      {"Load MCE", kLoadFilter, "", app_.settings.workingDirectory, "", ui::FileKind::kModels});
   if (!choice) return;
   app_.session.modelFile = choice->Path();
   OpenFileByExtension(choice->Path());

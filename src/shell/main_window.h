@@ -3,6 +3,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "parts/app_context.h"
@@ -13,11 +14,13 @@ namespace ormel {
 
 class FrmView;
 class RunningModel;
+class SavedDesktop;
 
 class FrmMain final : public ui::Window {
  public:
-  // Loads the settings. At most one in a program, and open as long as it runs.
-  explicit FrmMain(AppContext& app);
+  // Loads the settings. At most one in a program, and open as long as it runs. `saved` has the
+  // files that were used last.
+  FrmMain(AppContext& app, SavedDesktop& saved);
   ~FrmMain() override;
 
   // Opens what the text names, by its extension in small letters: models, maps. Whatever fails is
@@ -56,6 +59,9 @@ class FrmMain final : public ui::Window {
   void ShowSession();
   void ShowBuilderChoice();
   std::vector<ui::MenuSpec> BuilderMenu();
+  void ListRecent();
+  void OpenRecent(const std::string& path);
+  bool OpenAs(const std::string& path, std::string_view extension);
   void ListWindows();
   void GoToWindow(int number);
   void StartFromToolbar(int builder);
@@ -85,6 +91,7 @@ class FrmMain final : public ui::Window {
   void OpenNonlinearModel(const std::string& path);
 
   AppContext& app_;
+  SavedDesktop& saved_;
   FrmOptions options_{app_};
   int builder_ = 1;  // the toolbar's button starts this one
 };

@@ -145,9 +145,9 @@ bool FrmOptions::Save() {
 }
 
 void FrmOptions::ChoosePalette() {
-  const auto choice =
-      app_.desktop.OpenFile({"Select the Default Palette", "Palette Files (.ptf)|*.ptf", "",
-                             PaletteFolder(app_.settings.programFolder), "*.ptf"});
+  const auto choice = app_.desktop.OpenFile(
+      {"Select the Default Palette", "Palette Files (.ptf)|*.ptf", "",
+       PaletteFolder(app_.settings.programFolder), "*.ptf", ui::FileKind::kPalettes});
   if (!choice) return;
   if (CheckPaletteFile(choice->Path()) == "BAD") {
     app_.desktop.Message(kBadPalette, kBadPaletteTitle);

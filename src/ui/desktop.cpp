@@ -22,7 +22,10 @@ void Desktop::Add(Window& window, Window* owner, bool modal) {
   window.desktop_ = this;
   open_.push_back(&window);
   if (modal) modal_.push_back(&window);
-  if (screen_ != nullptr) screen_->Open(window, owner, modal);
+  if (screen_ != nullptr) {
+    screen_->Open(window, owner, modal,
+                  memory_ == nullptr ? std::nullopt : memory_->SizeOf(window.Name()));
+  }
   WindowsChanged();
 }
 
@@ -42,6 +45,13 @@ void Desktop::ShowModal(Window& window, Window* owner) {
     throw;
   }
   Close(window);
+}
+
+std::optional<FileChoice> Desktop::ChooseFile(FileDialog dialog, bool save) {
+  if (dialog.folder.empty() && memory_ != nullptr) dialog.folder = memory_->FolderOf(dialog.kind);
+  std::optional<FileChoice> choice = PickFile(dialog, save);
+  if (choice && memory_ != nullptr) memory_->NoteChosen(dialog.kind, choice->Path());
+  return choice;
 }
 
 void Desktop::Hide(Window& window) {
@@ -111,7 +121,11 @@ void Desktop::Close(Window& window) {
   std::erase(open_, &window);
   std::erase(hidden_, &window);
   std::erase(modal_, &window);
-  if (screen_ != nullptr) screen_->Close(window);
+  if (screen_ != nullptr) {
+    const std::optional<WindowSize> size = screen_->SizeGiven(window);
+    if (size && memory_ != nullptr) memory_->NoteSize(window.Name(), *size);
+    screen_->Close(window);
+  }
   window.OnClosed();
   WindowsChanged();
   const auto kept = std::find_if(kept_.begin(), kept_.end(),

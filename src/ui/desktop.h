@@ -16,6 +16,7 @@
 #include "base/outcome.h"
 #include "base/progress_sink.h"
 #include "ui/control.h"
+#include "ui/desktop_memory.h"
 
 namespace ormel::ui {
 
@@ -35,9 +36,10 @@ struct FileDialog {
   std::string title;
   std::string filter;            // "ASCII Raster (.asc)|*.asc|Bitmap (.bmp)|*.bmp"
   std::string defaultExtension;  // put behind a name without one; empty: nothing is
-  std::string folder;            // where it opens; empty: the current folder
+  std::string folder;            // where it opens; empty: where its kind was used last
   std::string name;              // proposed name, or a pattern
-  bool multiple = false;         // several files may be opened at once
+  FileKind kind = FileKind::kOther;
+  bool multiple = false;  // several files may be opened at once
 };
 
 struct FileChoice {
@@ -59,11 +61,20 @@ using TimerId = int;
 class Screen {
  public:
   virtual ~Screen() = default;
-  virtual void Open(Window& window, Window* owner, bool modal) = 0;
+  // Without a `size` the window has the one that its controls ask for.
+  virtual void Open(Window& window, Window* owner, bool modal, std::optional<WindowSize> size) = 0;
   virtual void Show(Window& window, bool visible) = 0;
   // To the front, and usable although a modal window is open.
   virtual void BringAbove(Window& window) { Show(window, true); }
   virtual void Close(Window& window) = 0;
+  // What windows may use of the screen.
+  virtual WindowBox Room() const = 0;
+  // Where the window lies, with its title and borders.
+  virtual WindowBox BoxOf(const Window& window) const = 0;
+  // The size that a person gave an open window; none: it has the one it opened with.
+  virtual std::optional<WindowSize> SizeGiven(const Window& window) const = 0;
+  // A person gives the window another size.
+  virtual void Resize(Window& window, WindowSize size) = 0;
   virtual void ProcessEvents() = 0;
   // A picture of the window as a PNG file. False: it could not be written.
   virtual bool Snapshot(Window& window, const std::string& file) = 0;
@@ -90,8 +101,8 @@ class Desktop {
   }
   virtual std::optional<std::string> Prompt(const std::string& text, const std::string& title,
                                             const std::string& proposal) = 0;
-  virtual std::optional<FileChoice> OpenFile(const FileDialog& dialog) = 0;
-  virtual std::optional<FileChoice> SaveFile(const FileDialog& dialog) = 0;
+  std::optional<FileChoice> OpenFile(const FileDialog& dialog) { return ChooseFile(dialog, false); }
+  std::optional<FileChoice> SaveFile(const FileDialog& dialog) { return ChooseFile(dialog, true); }
   virtual std::optional<Colour> PickColour(const std::string& title, Colour start) = 0;
   virtual std::optional<Font> PickFont(const std::string& title, const Font& start) = 0;
 
@@ -159,9 +170,14 @@ class Desktop {
   // program's own window stays), Ctrl+Tab and Ctrl+Shift+Tab go on to the next one. False: none of
   // them.
   bool UseKey(Window& window, const std::string& key);
+  // Sizes of windows and folders of dialogs come from there and go there. Null: they are forgotten.
+  // Outlives the desktop, or is taken away before it goes.
+  void SetMemory(DesktopMemory* memory) { memory_ = memory; }
+
   // Called whenever a window was opened, closed, hidden, shown again or got another caption.
   void SetWindowsHandler(Handler handler) { onWindows_ = std::move(handler); }
 
+  Screen* ItsScreen() const { return screen_; }  // null: there is none
   bool Snapshot(Window& window, const std::string& file) {
     return screen_ != nullptr && screen_->Snapshot(window, file);
   }
@@ -197,6 +213,8 @@ class Desktop {
   void DestroyWindows();
 
  protected:
+  // Shows a dialog, to save or to open. Its folder is decided; empty: the current one.
+  virtual std::optional<FileChoice> PickFile(const FileDialog& dialog, bool save) = 0;
   // Returns when `window` is no longer open.
   virtual void RunModal(Window& window) = 0;
   // The outermost handler is over, and Sweep() may be called soon.
@@ -208,6 +226,7 @@ class Desktop {
   void WindowsChanged() {
     if (onWindows_) onWindows_();
   }
+  std::optional<FileChoice> ChooseFile(FileDialog dialog, bool save);
   void Keep(std::unique_ptr<Window> window, Window* owner);
   void Add(Window& window, Window* owner, bool modal);
   void CloseWaiting();
@@ -220,6 +239,7 @@ class Desktop {
   std::vector<std::unique_ptr<Window>> closed_;
   HelpHandler help_;
   Handler onWindows_;
+  DesktopMemory* memory_ = nullptr;
   int nesting_ = 0;
   bool closingAll_ = false;
 };

@@ -20,7 +20,7 @@ struct MenuSpec {
   std::string name;
   std::string caption;   // "-": a separator
   std::string shortcut;  // "F12", "Ctrl+S"; empty: none
-  Handler run;
+  Handler run;           // of an entry with children: called before a person sees them
   std::vector<MenuSpec> children;
 
   static MenuSpec Separator() { return {"", "-", "", {}, {}}; }

@@ -76,9 +76,11 @@ std::vector<ui::MenuSpec> FrmView::Menus() {
   using ui::MenuSpec;
   const auto close = [this] { app_.desktop.Close(*this); };
   const auto open = [this] {
-    AddByDialog("Select Map to Add", "*.asc;*.grd", Place::kInsteadOfAll);
+    AddByDialog("Select Map to Add", "", "*.asc;*.grd", Place::kInsteadOfAll);
   };
-  const auto insert = [this] { AddByDialog("Select Map", "*.asc", Place::kBehindOthers); };
+  const auto insert = [this] {
+    AddByDialog("Select Map", app_.settings.workingDirectory, "*.asc", Place::kBehindOthers);
+  };
   return {{"",
            "&File",
            "",
@@ -173,10 +175,11 @@ void FrmView::ShowState() {
 
 // ---- Loading ------------------------------------------------------------------------------------
 
-void FrmView::AddByDialog(const std::string& title, const std::string& pattern, Place place) {
+void FrmView::AddByDialog(const std::string& title, const std::string& folder,
+                          const std::string& pattern, Place place) {
   while (true) {
     const auto choice =
-        app_.desktop.OpenFile({title, kRasterFilter, "", app_.settings.workingDirectory, pattern});
+        app_.desktop.OpenFile({title, kRasterFilter, "", folder, pattern, ui::FileKind::kMaps});
     if (!choice || LoadMap(choice->Path(), place) != Loading::kRefused) return;
     if (app_.desktop.Ask(kRefused, kRefusedTitle, ui::Buttons::kOkCancel) != ui::Answer::kOk) {
       return;
@@ -223,6 +226,7 @@ FrmView::Loading FrmView::LoadMap(const std::string& path, Place place) {
   if (place == Place::kInsteadOfAll) CloseAll();
   view_.Add(std::move(picture), map.specs);
   PicturesChanged();
+  app_.noteFile(path);
   FocusOn(panes_.picMap(view_.Selected()));
   return Loading::kDone;
 }
@@ -314,10 +318,9 @@ void FrmView::OnClosed() { tools_.CloseMetric(); }
 // ---- Palettes, exports and figures --------------------------------------------------------------
 
 void FrmView::ChangePalette() {
-  const std::string folder = PaletteFolder(app_.settings.programFolder);
   while (true) {
-    const auto choice =
-        app_.desktop.OpenFile({"Select Palette", kPaletteFilter, "", folder, "*.ptf"});
+    const auto choice = app_.desktop.OpenFile(
+        {"Select Palette", kPaletteFilter, "", "", "*.ptf", ui::FileKind::kPalettes});
     if (!choice) return;
     MapPicture& map = Selected();
     std::error_code error;
@@ -352,9 +355,11 @@ Canvas FrmView::SelectedWithLegend() {
 }
 
 std::optional<std::string> FrmView::AskTarget(const std::string& title) {
-  const auto choice = ui::AskSaveFile(
-      app_.desktop, {title, kExportFilter, "asc", app_.settings.workingDirectory, "*.asc"},
-      {.text = "Overwrite Existing File?", .title = "Export Cropped Region"});
+  const auto choice =
+      ui::AskSaveFile(app_.desktop,
+                      {title, kExportFilter, "asc", app_.settings.workingDirectory, "*.asc",
+                       ui::FileKind::kOutputs},
+                      {.text = "Overwrite Existing File?", .title = "Export Cropped Region"});
   if (!choice) return std::nullopt;
   return choice->Path();
 }

@@ -54,7 +54,9 @@ class FrmView final : public ui::Window {
   ui::Handler Take(MouseTool tool);
   MapPicture& Selected() { return view_(view_.Selected()); }
 
-  void AddByDialog(const std::string& title, const std::string& pattern, Place place);
+  // An empty `folder`: where a map was chosen last.
+  void AddByDialog(const std::string& title, const std::string& folder, const std::string& pattern,
+                   Place place);
   Loading Refuse(const std::string& why);
   Loading LoadMap(const std::string& path, Place place);
   std::optional<Viewing> AskViewing(bool isScaled);

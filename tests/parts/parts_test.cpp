@@ -19,7 +19,9 @@ using testing::TemporaryFolder;
 
 ChosenFilesSpec Spec() {
   ChosenFilesSpec spec;
-  spec.dialog = [] { return ui::FileDialog{"Add Maps", "", "", "", "", true}; };
+  spec.dialog = [] {
+    return ui::FileDialog{"Add Maps", "", "", "", "", ui::FileKind::kOther, true};
+  };
   return spec;
 }
 

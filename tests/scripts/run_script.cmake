@@ -1,5 +1,5 @@
 # Runs one command script in a fresh folder that has the examples and the test data beside it:
-# A file of the script's name in data/, ending in inf, is there as the settings.
+# NAME.inf in data/ is there as the settings, NAME_desktop.inf as what the program remembers.
 #   cmake -DPROGRAM=... -DSOURCE=... -DSCRIPT=... -DFOLDER=... [-DMODEL=...] -P run_script.cmake
 # The script must exit with 0, and print what data/NAME.out holds when there is such a file.
 file(REMOVE_RECURSE ${FOLDER})
@@ -11,6 +11,10 @@ set(ENV{ORMEL_HOME} home)
 string(REGEX REPLACE "scripts/([^/]*).script$" "data/\\1.inf" settings ${SCRIPT})
 if(EXISTS ${settings})
   configure_file(${settings} ${FOLDER}/home/Settings.inf COPYONLY)
+endif()
+string(REPLACE ".inf" "_desktop.inf" memory ${settings})
+if(EXISTS ${memory})
+  configure_file(${memory} ${FOLDER}/home/Desktop.inf COPYONLY)
 endif()
 execute_process(
   COMMAND ${PROGRAM} --script ${SCRIPT} ${MODEL}

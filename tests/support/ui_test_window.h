@@ -112,9 +112,13 @@ class FrmTest : public Window {
 // Stands in for what a person does while a long command lets the windows live.
 class FakeScreen final : public Screen {
  public:
-  void Open(Window&, Window*, bool) override {}
+  void Open(Window&, Window*, bool, std::optional<WindowSize> size) override { opened = size; }
   void Show(Window& window, bool visible) override { shown = visible ? window.Name() : ""; }
   void Close(Window&) override {}
+  WindowBox Room() const override { return {}; }
+  WindowBox BoxOf(const Window&) const override { return {}; }
+  std::optional<WindowSize> SizeGiven(const Window&) const override { return given; }
+  void Resize(Window&, WindowSize size) override { given = size; }
   void ProcessEvents() override {
     ++pumps;
     if (onPump) onPump();
@@ -124,11 +128,26 @@ class FakeScreen final : public Screen {
     return canWrite;
   }
 
-  std::string shown;  // the window shown again last
+  std::optional<WindowSize> opened;  // the size of the window that was opened last
+  std::optional<WindowSize> given;   // what a person made of it
+  std::string shown;                 // the window shown again last
   int pumps = 0;
   std::function<void()> onPump;
   std::vector<std::string> pictures;
   bool canWrite = true;
+};
+
+// Remembers as long as the test runs.
+struct ShortMemory final : DesktopMemory {
+  std::string FolderOf(FileKind) const override { return ""; }
+  void NoteChosen(FileKind, const std::string& path) override { notes += path; }
+  std::optional<WindowSize> SizeOf(const std::string&) const override { return size; }
+  void NoteSize(const std::string& window, WindowSize left) override {
+    size = left;
+    notes += window + " " + std::to_string(left.width) + " x " + std::to_string(left.height) + ", ";
+  }
+  std::optional<WindowSize> size;
+  std::string notes;
 };
 
 // A desktop without a person before it, and test windows on it. It may have a screen.

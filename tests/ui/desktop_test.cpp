@@ -212,5 +212,25 @@ TEST_F(DesktopTest, WhatIsBroughtAboveAModalWindowDoesNotWaitForIt) {
   EXPECT_FALSE(desktop.IsBehindModal(window));
 }
 
+TEST_F(DesktopTest, RemembersWhatAPersonChoseAndNothingElse) {
+  ShortMemory memory;
+  desktop.SetMemory(&memory);
+  FrmTest& other = ShowTest("frmOther");
+  EXPECT_EQ(screen.opened, std::nullopt);
+  memory.size = WindowSize{300, 200};
+  ShowTest();
+  EXPECT_EQ(screen.opened, memory.size);
+  screen.given = WindowSize{640, 480};
+  desktop.Close(other);
+  screen.given = std::nullopt;
+  desktop.Close(window);
+  desktop.AnswerFiles(std::vector<std::string>{"a.asc"});
+  EXPECT_TRUE(desktop.OpenFile({"Open", "", "", "", "", FileKind::kMaps}));
+  desktop.AnswerFiles(std::nullopt);
+  EXPECT_FALSE(desktop.SaveFile({"Save", "", "", "", "", FileKind::kOutputs}));
+  EXPECT_EQ(memory.notes, "frmOther 640 x 480, a.asc");
+  desktop.SetMemory(nullptr);
+}
+
 }  // namespace
 }  // namespace ormel::ui::testing

@@ -277,8 +277,8 @@ void GraphEditor::UseKey(const std::string& key) {
 // ---- Files --------------------------------------------------------------------------------------
 
 void GraphEditor::LoadCsv() {
-  const auto choice = app_.desktop.OpenFile(
-      {"Load CSV", kCsvFilter, "csv", app_.settings.workingDirectory, "*.csv"});
+  const auto choice =
+      app_.desktop.OpenFile({"Load CSV", kCsvFilter, "csv", "", "*.csv", ui::FileKind::kPoints});
   if (!choice) return;
   const Outcome<std::vector<double>> read = ReadCsvNumbers(choice->Path());
   if (!read.Ok()) return app_.desktop.Message(read.Text());
@@ -307,7 +307,7 @@ void GraphEditor::LoadCsv() {
 
 void GraphEditor::SaveCsv() {
   const auto choice = ui::AskSaveFile(
-      app_.desktop, {"Export CSV", kCsvFilter, "csv", app_.settings.workingDirectory, "*.csv"},
+      app_.desktop, {"Export CSV", kCsvFilter, "csv", "", "*.csv", ui::FileKind::kPoints},
       {.title = kOverwriteTitle});
   if (!choice) return;
   const Outcome<> written = WriteCsvPoints(choice->Path(), *graph_);
@@ -316,7 +316,7 @@ void GraphEditor::SaveCsv() {
 
 void GraphEditor::LoadGraph() {
   const auto choice = app_.desktop.OpenFile(
-      {"Load Graph Information", kGraphFilter, "gri", app_.settings.workingDirectory, "*.gri"});
+      {"Load Graph Information", kGraphFilter, "gri", "", "*.gri", ui::FileKind::kModels});
   if (!choice) return;
   std::error_code error;
   if (!std::filesystem::exists(choice->Path(), error)) {
@@ -330,7 +330,7 @@ void GraphEditor::LoadGraph() {
 void GraphEditor::SaveGraph() {
   const auto choice = ui::AskSaveFile(
       app_.desktop,
-      {"Save Graph Information", kGraphFilter, "gri", app_.settings.workingDirectory, "*.gri"},
+      {"Save Graph Information", kGraphFilter, "gri", "", "*.gri", ui::FileKind::kModels},
       {.title = kOverwriteTitle});
   if (!choice) return;
   const Outcome<> written = WriteGraphFile(choice->Path(), *graph_);

@@ -162,24 +162,17 @@ std::optional<std::string> HeadlessDesktop::Prompt(const std::string& text,
   return answer;
 }
 
-std::optional<FileChoice> HeadlessDesktop::OpenFile(const FileDialog& dialog) {
-  return PickFiles("open", dialog, dialog.multiple);
-}
-
-std::optional<FileChoice> HeadlessDesktop::SaveFile(const FileDialog& dialog) {
-  return PickFiles("save", dialog, false);
-}
-
-std::optional<FileChoice> HeadlessDesktop::PickFiles(const std::string& kind,
-                                                     const FileDialog& dialog, bool multiple) {
-  const std::string asked =
-      kind + " title " + Quoted(dialog.title) + " filter " + Quoted(dialog.filter);
+std::optional<FileChoice> HeadlessDesktop::PickFile(const FileDialog& dialog, bool save) {
+  const std::string asked = std::string(save ? "save" : "open") + " title " + Quoted(dialog.title) +
+                            " filter " + Quoted(dialog.filter);
   auto paths = Take(files_, "file", asked);
   if (!paths) {
     log_ << asked << " -> cancel\n";
     return std::nullopt;
   }
-  if (paths->size() > 1 && !multiple) throw ScriptError("several files are queued for " + asked);
+  if (paths->size() > 1 && (save || !dialog.multiple)) {
+    throw ScriptError("several files are queued for " + asked);
+  }
   log_ << asked << " ->";
   for (const std::string& path : *paths) log_ << ' ' << Quoted(path);
   log_ << '\n';

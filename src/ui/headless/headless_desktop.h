@@ -81,8 +81,6 @@ class HeadlessDesktop final : public Desktop {
   // A font's answer comes from the prompts: "Arial, 12, bold, italic".
   std::optional<std::string> Prompt(const std::string& text, const std::string& title,
                                     const std::string& proposal) override;
-  std::optional<FileChoice> OpenFile(const FileDialog& dialog) override;
-  std::optional<FileChoice> SaveFile(const FileDialog& dialog) override;
   std::optional<Colour> PickColour(const std::string& title, Colour start) override;
   std::optional<Font> PickFont(const std::string& title, const Font& start) override;
 
@@ -98,6 +96,7 @@ class HeadlessDesktop final : public Desktop {
   bool ShowSystemInformation() override { return false; }
 
  protected:
+  std::optional<FileChoice> PickFile(const FileDialog& dialog, bool save) override;
   void RunModal(Window& window) override;
 
  private:
@@ -112,8 +111,6 @@ class HeadlessDesktop final : public Desktop {
     std::shared_ptr<Tick> tick;
   };
 
-  std::optional<FileChoice> PickFiles(const std::string& kind, const FileDialog& dialog,
-                                      bool multiple);
   RunningTimer* NextDue(std::int64_t end);
 
   std::ostream& log_;

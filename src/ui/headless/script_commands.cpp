@@ -129,6 +129,12 @@ void Print(Context context, Words words) {
   context.out << ControlOf(OpenWindow(context, name.window), name).Printed() << '\n';
 }
 
+void Resize(Context context, Words words) {
+  Window& window = OpenWindow(context, words[0]);
+  constexpr int kLargest = 32767;  // pixels
+  ScreenOf(context).Resize(window, {Number(words[1], 1, kLargest), Number(words[2], 1, kLargest)});
+}
+
 void Snapshot(Context context, Words words) {
   Window& window = OpenWindow(context, words[0]);
   if (context.desktop.HasScreen() && !context.desktop.Snapshot(window, words[1])) {
@@ -164,6 +170,7 @@ constexpr Command kCommands[] = {
     {"advance", "MS", 1, 1, Advance},
     {"print", "WIN.CTL", 1, 1, Print},
     {"expect", "WHAT VALUE", 2, 3, Expect},
+    {"resize", "WIN WIDTH HEIGHT", 3, 3, Resize},
     {"snapshot", "WIN FILE.png", 2, 2, Snapshot},
 };
 

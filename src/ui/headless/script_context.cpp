@@ -28,4 +28,10 @@ Control& ControlOf(Window& window, const ControlName& name) {
                                          : name.window + " has no control " + name.control);
 }
 
+Screen& ScreenOf(const ScriptContext& context) {
+  Screen* screen = context.desktop.ItsScreen();
+  if (screen == nullptr) throw ScriptError("there is no screen");
+  return *screen;
+}
+
 }  // namespace ormel::ui

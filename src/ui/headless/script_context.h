@@ -11,6 +11,7 @@ namespace ormel::ui {
 
 class Control;
 class HeadlessDesktop;
+class Screen;
 class Window;
 
 struct ScriptContext {
@@ -34,5 +35,8 @@ Window& ReachableWindow(const ScriptContext& context, const std::string& word);
 
 // Throws ScriptError when the window has no such control.
 Control& ControlOf(Window& window, const ControlName& name);
+
+// Throws ScriptError when the script runs without a screen.
+Screen& ScreenOf(const ScriptContext& context);
 
 }  // namespace ormel::ui

@@ -79,6 +79,43 @@ void ExpectNoWindow(Context context, Words words) {
   throw ExpectationFailed{"expected no window " + words[2] + ", it is open"};
 }
 
+// ---- Places on the screen -----------------------------------------------------------------------
+
+WindowBox BoxOf(Context context, const std::string& window) {
+  return ScreenOf(context).BoxOf(OpenWindow(context, window));
+}
+
+std::string BoxText(const WindowBox& box) {
+  return std::to_string(box.width) + " x " + std::to_string(box.height) + " at " +
+         std::to_string(box.left) + ", " + std::to_string(box.top);
+}
+
+void ExpectBelow(Context context, Words words) {
+  const WindowBox box = BoxOf(context, words[1]);
+  const WindowBox above = BoxOf(context, words[2]);
+  if (box.top >= above.Bottom()) return;
+  throw ExpectationFailed{"expected " + words[1] + " below " + words[2] + ", it is " +
+                          BoxText(box) + ", the other " + BoxText(above)};
+}
+
+void ExpectBehind(Context context, Words words) {
+  const WindowBox box = BoxOf(context, words[1]);
+  const WindowBox before = BoxOf(context, words[2]);
+  if (box.left > before.left && box.top > before.top) return;
+  throw ExpectationFailed{"expected " + words[1] + " further down and right than " + words[2] +
+                          ", it is " + BoxText(box) + ", the other " + BoxText(before)};
+}
+
+void ExpectInside(Context context, Words words) {
+  const WindowBox box = BoxOf(context, words[1]);
+  const WindowBox screen = ScreenOf(context).Room();
+  if (OnScreen(screen, box) == box) return;
+  throw ExpectationFailed{"expected " + words[1] + " on the screen, it is " + BoxText(box) +
+                          ", the screen " + BoxText(screen)};
+}
+
+// ---- Files --------------------------------------------------------------------------------------
+
 // A file that is compared, block by block.
 class ComparedFile {
  public:
@@ -141,6 +178,9 @@ constexpr Expectation kExpectations[] = {
     {{"no", "message"}, "no message", 2, ExpectNoMessage},
     {{"window", nullptr}, "window WIN", 2, ExpectWindow},
     {{"no", "window"}, "no window WIN", 3, ExpectNoWindow},
+    {{"below", nullptr}, "below WIN WIN", 3, ExpectBelow},
+    {{"behind", nullptr}, "behind WIN WIN", 3, ExpectBehind},
+    {{"inside", nullptr}, "inside WIN", 2, ExpectInside},
     {{"same", nullptr}, "same FILE FILE", 3, ExpectSame},
     {{"absent", nullptr}, "absent FILE", 2, ExpectAbsent},
     {{nullptr, nullptr}, "WIN.CTL VALUE", 2, ExpectControl},

@@ -45,10 +45,6 @@ class QtDesktop final : public Desktop {
   Answer Pose(const Question& question) override;
   std::optional<std::string> Prompt(const std::string& text, const std::string& title,
                                     const std::string& proposal) override;
-  // A dialog without a folder opens where the last one of its title was left, in this session.
-  std::optional<FileChoice> OpenFile(const FileDialog& dialog) override;
-  // Does not ask about files that exist: the program does, in its own words.
-  std::optional<FileChoice> SaveFile(const FileDialog& dialog) override;
   std::optional<Colour> PickColour(const std::string& title, Colour start) override;
   std::optional<Font> PickFont(const std::string& title, const Font& start) override;
 
@@ -66,12 +62,13 @@ class QtDesktop final : public Desktop {
   bool ShowSystemInformation() override;
 
  protected:
+  // Does not ask about files that exist: the program does, in its own words.
+  std::optional<FileChoice> PickFile(const FileDialog& dialog, bool save) override;
   void RunModal(Window& window) override;
   void Idle() override;
 
  private:
   struct Services;
-  std::optional<FileChoice> AskForFile(const FileDialog& dialog, bool save);
   void Tick(TimerId timer);
 
   std::unique_ptr<Services> services_;

@@ -140,7 +140,7 @@ std::optional<std::string> QtDesktop::Prompt(const std::string& text, const std:
   return FromQt(box.textValue());
 }
 
-std::optional<FileChoice> QtDesktop::AskForFile(const FileDialog& dialog, bool save) {
+std::optional<FileChoice> QtDesktop::PickFile(const FileDialog& dialog, bool save) {
   QFileDialog box(InFront(), ToQt(dialog.title));
   box.setAcceptMode(save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
   box.setFileMode(save              ? QFileDialog::AnyFile
@@ -150,9 +150,7 @@ std::optional<FileChoice> QtDesktop::AskForFile(const FileDialog& dialog, bool s
   box.setOption(QFileDialog::HideNameFilterDetails);
   const QStringList filters = NameFilters(ParseFilter(dialog.filter));
   if (!filters.isEmpty()) box.setNameFilters(filters);
-  const QString folder =
-      dialog.folder.empty() ? services_->folders[dialog.title] : ToQt(dialog.folder);
-  box.setDirectory(folder.isEmpty() ? QDir::currentPath() : folder);
+  box.setDirectory(dialog.folder.empty() ? QDir::currentPath() : ToQt(dialog.folder));
   ProposeName(box, dialog, filters);
   if (box.exec() != QDialog::Accepted || box.selectedFiles().isEmpty()) return std::nullopt;
 
@@ -161,16 +159,7 @@ std::optional<FileChoice> QtDesktop::AskForFile(const FileDialog& dialog, bool s
   for (const QString& path : box.selectedFiles()) {
     choice.paths.push_back(save ? WithEnding(path, dialog, choice.filterIndex) : FromQt(path));
   }
-  services_->folders[dialog.title] = QFileInfo(box.selectedFiles().front()).absolutePath();
   return choice;
-}
-
-std::optional<FileChoice> QtDesktop::OpenFile(const FileDialog& dialog) {
-  return AskForFile(dialog, false);
-}
-
-std::optional<FileChoice> QtDesktop::SaveFile(const FileDialog& dialog) {
-  return AskForFile(dialog, true);
 }
 
 std::optional<Colour> QtDesktop::PickColour(const std::string& title, Colour start) {

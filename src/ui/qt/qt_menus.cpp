@@ -31,6 +31,12 @@ class MenuItemView final : public ViewOfKind<MenuItem, QAction> {
       : ViewOfKind(window, control, action), version_(control.ChildrenVersion()) {
     action->setSeparator(control.IsSeparator());
     connect(action, &QAction::triggered, this, [this] { Act(&MenuItem::Click); });
+    const QMenu* below = action->menu();
+    if (below == nullptr || !control.onClick) return;
+    connect(below, &QMenu::aboutToShow, this, [this] {
+      Tell(&MenuItem::Click);
+      Owner().Update();  // it shows at once
+    });
   }
 
  private:
@@ -40,6 +46,7 @@ class MenuItemView final : public ViewOfKind<MenuItem, QAction> {
       AddItems(Owner(), *The().menu(), item.Children());  // the old ones go by themselves
     }
     The().setText(ToQt(item.Caption()));
+    The().setToolTip(ToQt(item.ToolTip()));
     The().setShortcut(QKeySequence::fromString(ToQt(item.Shortcut()), QKeySequence::PortableText));
     The().setEnabled(item.Enabled());
     The().setVisible(item.Visible());
@@ -59,6 +66,7 @@ void AddItems(QtWindow& window, Bar& bar, const Items& items) {
       new MenuItemView(window, *item, bar.addAction(QString()));
     } else {
       QMenu* menu = bar.addMenu(QString());
+      menu->setToolTipsVisible(true);
       AddItems(window, *menu, item->Children());
       new MenuItemView(window, *item, menu->menuAction());
     }

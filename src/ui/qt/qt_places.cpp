@@ -3,18 +3,17 @@
 #include <QTimer>
 
 #include "ui/qt/qt_windows.h"
-#include "ui/window_place.h"
 
 namespace ormel::ui {
 namespace {
-
-WindowBox BoxOf(const QRect& rect) { return {rect.x(), rect.y(), rect.width(), rect.height()}; }
 
 // Window managers give a window its title some time after it is shown, and some place it by
 // themselves. By then it is looked at again.
 constexpr int kLooks[] = {0, 150, 600};  // milliseconds
 
 }  // namespace
+
+WindowBox BoxOfRect(const QRect& rect) { return {rect.x(), rect.y(), rect.width(), rect.height()}; }
 
 // What the strip along the upper edge leaves of the screen.
 QRect QtWindow::RoomBelow(const QtWindow* bar) const {
@@ -25,26 +24,23 @@ QRect QtWindow::RoomBelow(const QtWindow* bar) const {
   return room;
 }
 
-void QtWindow::Place(const QWidget* owner, bool modal, const QtWindow* bar, int number) {
+void QtWindow::Place(QSize wanted, const QWidget* owner, bool modal, const QtWindow* bar,
+                     int number) {
   const QRect room = RoomBelow(bar);
-  if (isBar_) {
-    move(room.topLeft());
-    resize(room.width(), sizeHint().height());
-    return;
-  }
   const int title = 2 * fontMetrics().height();  // nearly; KeepInView() looks at the real one
-  const QSize wanted = FittingSize();
   const WindowSize size{wanted.width(), wanted.height() + title};
   WindowBox box;
-  if (modal || window_->Bare()) {
+  if (isBar_) {
+    box = {room.x(), room.y(), room.width(), wanted.height() + title};
+  } else if (modal || window_->Bare()) {
     const bool hasOwner = owner != nullptr && owner != bar && !window_->Bare();
-    box = PlaceOver(BoxOf(room), BoxOf(hasOwner ? owner->frameGeometry() : room), size);
+    box = PlaceOver(BoxOfRect(room), BoxOfRect(hasOwner ? owner->frameGeometry() : room), size);
   } else if (owner != nullptr && owner != bar) {
     // Beside the window that it helps.
-    box = OnScreen(BoxOf(room), {owner->frameGeometry().right() + 1, owner->frameGeometry().top(),
-                                 size.width, size.height});
+    box = OnScreen(BoxOfRect(room), {owner->frameGeometry().right() + 1,
+                                     owner->frameGeometry().top(), size.width, size.height});
   } else {
-    box = PlaceBelow(BoxOf(room), size, title, number);
+    box = PlaceBelow(BoxOfRect(room), size, title, number);
   }
   move(box.left, box.top);
   resize(box.width, box.height - title);
@@ -57,8 +53,8 @@ void QtWindow::Place(const QWidget* owner, bool modal, const QtWindow* bar, int 
 void QtWindow::KeepInView(const QtWindow* bar) {
   if (window_ == nullptr || !isVisible() || isMaximized() || window_->Bare()) return;
   const QRect frame = frameGeometry();
-  const WindowBox box = OnScreen(BoxOf(RoomBelow(bar)), BoxOf(frame));
-  if (box == BoxOf(frame)) return;
+  const WindowBox box = OnScreen(BoxOfRect(RoomBelow(bar)), BoxOfRect(frame));
+  if (box == BoxOfRect(frame)) return;
   move(box.left, box.top);
   const QSize now = size() - QSize(frame.width() - box.width, frame.height() - box.height);
   if (now == size()) return;

@@ -4,6 +4,7 @@
 #include <QBuffer>
 #include <QIcon>
 #include <QPixmap>
+#include <QScreen>
 #include <QWindow>
 #include <algorithm>
 #include <unordered_map>
@@ -50,7 +51,7 @@ QtScreen::~QtScreen() {
   QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 
-void QtScreen::Open(Window& window, Window* owner, bool modal) {
+void QtScreen::Open(Window& window, Window* owner, bool modal, std::optional<WindowSize> size) {
   QWidget* behind = windows_->Find(owner);
   // Whatever opens above a modal window belongs to it: otherwise it could not be used.
   if (behind == nullptr) behind = modal ? QApplication::activeWindow() : nullptr;
@@ -58,7 +59,7 @@ void QtScreen::Open(Window& window, Window* owner, bool modal) {
   auto* shown = new QtWindow(window, windows_->iconFolder);
   const int number = modal ? 0 : windows_->NextNumber();
   windows_->open.emplace(&window, shown);
-  shown->ShowFirst(behind, modal, windows_->Bar(), number);
+  shown->ShowFirst(behind, modal, size, windows_->Bar(), number);
 }
 
 void QtScreen::Show(Window& window, bool visible) {
@@ -84,6 +85,24 @@ void QtScreen::BringAbove(Window& window) {
 void QtScreen::Close(Window& window) {
   if (QtWindow* shown = windows_->Find(&window)) shown->Release();
   windows_->open.erase(&window);
+}
+
+WindowBox QtScreen::Room() const {
+  return BoxOfRect(QGuiApplication::primaryScreen()->availableGeometry());
+}
+
+WindowBox QtScreen::BoxOf(const Window& window) const {
+  const QtWindow* shown = windows_->Find(&window);
+  return shown == nullptr ? WindowBox() : BoxOfRect(shown->frameGeometry());
+}
+
+std::optional<WindowSize> QtScreen::SizeGiven(const Window& window) const {
+  const QtWindow* shown = windows_->Find(&window);
+  return shown == nullptr ? std::nullopt : shown->SizeGiven();
+}
+
+void QtScreen::Resize(Window& window, WindowSize size) {
+  if (QtWindow* shown = windows_->Find(&window)) shown->resize(size.width, size.height);
 }
 
 void QtScreen::ProcessEvents() { QCoreApplication::processEvents(); }

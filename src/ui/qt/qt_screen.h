@@ -17,10 +17,14 @@ class QtScreen final : public Screen {
   explicit QtScreen(std::string iconFolder = "");
   ~QtScreen() override;
 
-  void Open(Window& window, Window* owner, bool modal) override;
+  void Open(Window& window, Window* owner, bool modal, std::optional<WindowSize> size) override;
   void Show(Window& window, bool visible) override;
   void BringAbove(Window& window) override;
   void Close(Window& window) override;
+  WindowBox Room() const override;
+  WindowBox BoxOf(const Window& window) const override;
+  std::optional<WindowSize> SizeGiven(const Window& window) const override;
+  void Resize(Window& window, WindowSize size) override;
   void ProcessEvents() override;
   bool Snapshot(Window& window, const std::string& file) override;
 

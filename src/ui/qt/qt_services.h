@@ -21,7 +21,6 @@ struct QtDesktop::Services {
   QObject life;  // what is posted for later dies with the desktop
   std::map<TimerId, std::shared_ptr<Ticker>> tickers;
   TimerId lastTimer = 0;
-  std::map<std::string, QString> folders;  // the last folder of the dialogs of each title
   std::unique_ptr<QNetworkAccessManager> network;
 };
 

@@ -104,7 +104,8 @@ void QtWindow::MakeStrip() {
   strip_->hide();
 }
 
-void QtWindow::ShowFirst(QWidget* owner, bool modal, const QtWindow* bar, int number) {
+void QtWindow::ShowFirst(QWidget* owner, bool modal, std::optional<WindowSize> remembered,
+                         const QtWindow* bar, int number) {
   if (window_->Bare()) setWindowFlags(Qt::SplashScreen | Qt::FramelessWindowHint);
   if (modal) {
     setWindowFlag(Qt::Dialog);
@@ -115,11 +116,23 @@ void QtWindow::ShowFirst(QWidget* owner, bool modal, const QtWindow* bar, int nu
     windowHandle()->setTransientParent(owner->windowHandle());
   }
   isBar_ = window_->Tools() != nullptr && page_->sizeHint().height() <= 2 * fontMetrics().height();
-  Place(owner, modal, bar, number);
+  growsWithContents_ = !remembered || isBar_;
+  Place(FirstSize(remembered), owner, modal, bar, number);
   ownSize_ = size();
   show();
   FocusFirst();
   if (window_->FirstFocus() != nullptr) Focus(*window_->FirstFocus());
+}
+
+// A remembered size holds as far as today's controls and screen allow it.
+QSize QtWindow::FirstSize(std::optional<WindowSize> remembered) const {
+  if (!remembered) return FittingSize();
+  return QSize(remembered->width, remembered->height).expandedTo(minimumSizeHint());
+}
+
+std::optional<WindowSize> QtWindow::SizeGiven() const {
+  if (isBar_ || isMaximized() || isFullScreen() || size() == ownSize_) return std::nullopt;
+  return WindowSize{width(), height()};
 }
 
 // What the contents ask for, as far as the screen has it beside the title.
@@ -197,7 +210,7 @@ void QtWindow::Update() {
 // A window fills up after it has opened: rows are added, a map is loaded. It grows with them until
 // a person gives it another size. A strip is always as low as it can be.
 void QtWindow::FitContents() {
-  if ((size() != ownSize_ && !isBar_) || isMaximized()) return;
+  if (!growsWithContents_ || (size() != ownSize_ && !isBar_) || isMaximized()) return;
   QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
   page_->layout()->activate();
   area_->updateGeometry();

@@ -3,12 +3,14 @@
 #pragma once
 
 #include <QMainWindow>
+#include <optional>
 #include <string>
 #include <unordered_map>
 #include <vector>
 
 #include "ui/qt/qt_layout.h"
 #include "ui/window.h"
+#include "ui/window_place.h"
 
 class QProgressBar;
 class QScrollArea;
@@ -17,14 +19,20 @@ namespace ormel::ui {
 
 class View;
 
+WindowBox BoxOfRect(const QRect& rect);
+
 class QtWindow final : public QMainWindow, public WindowView {
  public:
   QtWindow(Window& window, const std::string& iconFolder);
 
-  // Shows it for the first time, at the size that its controls ask for and the screen has. `owner`
-  // and `bar`, the main window's strip, may be null. Tool windows are numbered from 0; each lies a
-  // little further down and to the right than the one before.
-  void ShowFirst(QWidget* owner, bool modal, const QtWindow* bar, int number);
+  // Shows it for the first time, in the `remembered` size, else as large as its controls ask for,
+  // as far as the screen has it. `owner` and `bar`, the main window's strip, may be null. Tool
+  // windows are numbered from 0; each lies a little further down and to the right than the one
+  // before.
+  void ShowFirst(QWidget* owner, bool modal, std::optional<WindowSize> remembered,
+                 const QtWindow* bar, int number);
+  // The size that a person gave it; none: it has the one that it gave itself.
+  std::optional<WindowSize> SizeGiven() const;
   // Lets go of the window and takes itself off the screen; it is deleted when its events are over.
   void Release();
 
@@ -60,7 +68,8 @@ class QtWindow final : public QMainWindow, public WindowView {
   void SyncWindow();
   void FitContents();
   QSize FittingSize() const;
-  void Place(const QWidget* owner, bool modal, const QtWindow* bar, int number);
+  QSize FirstSize(std::optional<WindowSize> remembered) const;
+  void Place(QSize wanted, const QWidget* owner, bool modal, const QtWindow* bar, int number);
   QRect RoomBelow(const QtWindow* bar) const;
   void KeepInView(const QtWindow* bar);
   void LetUse(bool enabled);
@@ -77,6 +86,7 @@ class QtWindow final : public QMainWindow, public WindowView {
   QPointer<QWidget> focusBefore_;  // a command disables the window: who had the focus
   QSize ownSize_;                  // the size that the window gave itself
   bool isBar_ = false;
+  bool growsWithContents_ = true;
   bool scheduled_ = false;
   bool windowChanged_ = true;
   bool layoutChanged_ = true;

@@ -29,7 +29,7 @@ class Headless : public ::testing::Test, protected TestDesktop {
 };
 
 TEST_F(Headless, LogsEveryDialogOnOneLine) {
-  const FileDialog csv{"Add", "CSV (.csv)|*.csv", "csv", "", "", true};
+  const FileDialog csv{"Add", "CSV (.csv)|*.csv", "csv", "", "", FileKind::kOther, true};
   const FileDialog out{"Export", "ASCII (.asc)|*.asc|Bitmap (.bmp)|*.bmp", "asc", "", ""};
   desktop.Message("Done");
   desktop.AnswerBoxes(Answer::kNo);

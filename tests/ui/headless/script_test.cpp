@@ -21,7 +21,7 @@ class Script : public ::testing::Test, protected TestDesktop {
   // Raises every kind of dialog and shows the answers in txtName.
   void AskAll() {
     const bool sure = desktop.Ask("Sure?", "T", Buttons::kYesNo) == Answer::kYes;
-    const auto files = desktop.OpenFile({"Open", "All|*", "", "", "", true});
+    const auto files = desktop.OpenFile({"Open", "All|*", "", "", "", FileKind::kOther, true});
     const auto text = desktop.Prompt("Name:", "T", "");
     const auto colour = desktop.PickColour("C", 0);
     window.txtName.SetText(std::string(sure ? "yes" : "no") + "|" +

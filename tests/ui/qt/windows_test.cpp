@@ -21,6 +21,7 @@
 namespace ormel::ui {
 namespace {
 
+using testing::ShortMemory;
 using WindowsTest = ScreenTest;
 
 // Rows that come and go below a text box; a click on one removes the last.
@@ -314,7 +315,8 @@ struct FrmList final : Window {
   std::string chosen;
   TextBox txtFirst{*this, "txtFirst"};
   TextBox txtSecond{*this, "txtSecond"};
-  MenuBar menu{*this, {{"mList", "&List", "", {}, {MenuSpec::Separator()}}}};
+  MenuBar menu{*this,
+               {{"mList", "&List", "", [this] { List({"late"}); }, {MenuSpec::Separator()}}}};
 };
 
 TEST_F(WindowsTest, AMenuShowsItsNewEntriesAndForgetsTheOldOnesOnceTheirCommandIsOver) {
@@ -337,6 +339,8 @@ TEST_F(WindowsTest, AMenuShowsItsNewEntriesAndForgetsTheOldOnesOnceTheirCommandI
   QTest::keyClick(TopLevel(w), Qt::Key_1, Qt::ControlModifier);
   Settle();
   EXPECT_EQ(w.chosen, "loam after loam ");
+  emit On<QAction>(w.menu["mList"]).menu()->aboutToShow();
+  EXPECT_EQ(texts(), "&1 late");
 }
 
 TEST_F(WindowsTest, KeysGoToTheNextWindowAndCloseOneFromWithinAnyControl) {
@@ -359,6 +363,57 @@ TEST_F(WindowsTest, KeysGoToTheNextWindowAndCloseOneFromWithinAnyControl) {
   press(On(first.txtNotes), Qt::Key_W);
   EXPECT_FALSE(desktop.IsOpen(first));
   EXPECT_TRUE(desktop.IsOpen(second));
+}
+
+TEST_F(WindowsTest, OpenBelowTheStripAndOneBehindTheOther) {
+  struct FrmStrip final : Window {
+    FrmStrip() : Window("frmStrip", "Strip") {}
+    ToolBar tools{*this, "TBMain", {{1, "Load", "", {}, {}}}};
+  };
+  auto& strip = Shown<FrmStrip>();
+  const auto inside = [&](Window& window) {
+    return OnScreen(screen.Room(), screen.BoxOf(window)) == screen.BoxOf(window);
+  };
+  WindowBox before;
+  for (int i = 0; i < 30; ++i) {
+    auto& window = Shown<FrmList>();
+    const WindowBox box = screen.BoxOf(window);
+    EXPECT_TRUE(box.top >= screen.BoxOf(strip).Bottom() && inside(window)) << i;
+    EXPECT_TRUE(i != 1 || (box.left > before.left && box.top > before.top));
+    before = box;
+  }
+}
+
+TEST_F(WindowsTest, ComeBackInTheSizeThatAPersonGaveThem) {
+  ShortMemory memory;
+  desktop.SetMemory(&memory);
+  const auto sizeOf = [&](const Window& window) { return TopLevel(window)->size(); };
+  auto& first = Shown<FrmList>();
+  const QSize own = sizeOf(first);
+  desktop.Close(first);
+  EXPECT_EQ(memory.notes, "") << "nobody changed it";
+  auto& second = Shown<FrmList>();
+  EXPECT_EQ(sizeOf(second), own);
+  screen.Resize(second, {own.width() + 70, own.height() + 50});
+  Settle();
+  desktop.Close(second);
+  auto& third = Shown<FrmList>();
+  EXPECT_EQ(sizeOf(third), own + QSize(70, 50));
+  // The screen is smaller than the one that it had, and keeps its size for the larger one.
+  desktop.Close(third);
+  memory = {};
+  memory.size = WindowSize{5000, 4000};
+  auto& fourth = Shown<FrmList>();
+  EXPECT_EQ(OnScreen(screen.Room(), screen.BoxOf(fourth)), screen.BoxOf(fourth));
+  desktop.Close(fourth);
+  EXPECT_EQ(memory.size, (WindowSize{5000, 4000}));
+  // Never smaller than its controls need.
+  memory.size = WindowSize{1, 1};
+  auto& fifth = Shown<FrmList>();
+  QWidget& last = On(fifth.txtSecond);
+  EXPECT_TRUE(last.window()->rect().contains({last.mapTo(last.window(), QPoint()), last.size()}));
+  EXPECT_GE(last.width(), last.minimumSizeHint().width());
+  desktop.SetMemory(nullptr);
 }
 
 }  // namespace
