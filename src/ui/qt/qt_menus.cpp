@@ -63,12 +63,12 @@ template <class Bar>
 void AddItems(QtWindow& window, Bar& bar, const Items& items) {
   for (const auto& item : items) {
     if (item->Children().empty()) {
-      new MenuItemView(window, *item, bar.addAction(QString()));
+      (new MenuItemView(window, *item, bar.addAction(QString())))->Sync();
     } else {
       QMenu* menu = bar.addMenu(QString());
       menu->setToolTipsVisible(true);
       AddItems(window, *menu, item->Children());
-      new MenuItemView(window, *item, menu->menuAction());
+      (new MenuItemView(window, *item, menu->menuAction()))->Sync();
     }
   }
 }
