@@ -9,7 +9,9 @@
 #include <QStatusBar>
 #include <QToolBar>
 #include <QToolButton>
+#include <algorithm>
 #include <utility>
+#include <vector>
 
 #include "ui/qt/qt_view.h"
 #include "ui/qt/qt_windows.h"
@@ -45,7 +47,7 @@ class MenuItemView final : public ViewOfKind<MenuItem, QAction> {
     if (std::exchange(version_, item.ChildrenVersion()) != item.ChildrenVersion()) {
       AddItems(Owner(), *The().menu(), item.Children());  // the old ones go by themselves
     }
-    The().setText(ToQt(item.Caption()));
+    if (!item.IsSeparator()) The().setText(ToQt(item.Caption()));
     The().setToolTip(ToQt(item.ToolTip()));
     The().setShortcut(QKeySequence::fromString(ToQt(item.Shortcut()), QKeySequence::PortableText));
     The().setEnabled(item.Enabled());
@@ -99,29 +101,74 @@ class ToolView final : public ViewOfKind<ToolButton, QToolButton> {
   QAction* place_;
 };
 
+// The panels side by side. Each is as wide as the widest text that it has had, so that the figures
+// under a moving pointer stay where they are. Where there is no room for all of them the last ones
+// are cut, and have their whole text in a tool tip.
+class StatusPanels final : public QWidget {
+ public:
+  StatusPanels(int count, QWidget* parent) : QWidget(parent), gap_(fontMetrics().height() / 2) {
+    for (int i = 0; i < count; ++i) {
+      auto* panel = new QLabel(this);
+      panel->setTextFormat(Qt::PlainText);
+      panel->setIndent(gap_);
+      panels_.push_back({panel, {}, 0});
+    }
+  }
+
+  // A long text does not widen the window.
+  QSize sizeHint() const override { return QSize(1, fontMetrics().height()); }
+
+  void SetTexts(const StatusStrip& strip) {
+    for (int i = 0; i < strip.Count(); ++i) {
+      Panel& panel = panels_[static_cast<std::size_t>(i)];
+      panel.text = ToQt(strip.Text(i + 1));
+      panel.widest = std::max(panel.widest, fontMetrics().horizontalAdvance(panel.text) + 2 * gap_);
+    }
+    Arrange();
+  }
+
+ protected:
+  void resizeEvent(QResizeEvent* /*event*/) override { Arrange(); }
+
+ private:
+  struct Panel {
+    QLabel* label;
+    QString text;
+    int widest;
+  };
+
+  void Arrange() {
+    std::vector<int> widths;
+    for (const Panel& panel : panels_) widths.push_back(panel.widest);
+    widths = ShareWidth(std::move(widths), width());
+    int left = 0;
+    for (std::size_t i = 0; i < panels_.size(); ++i) {
+      const Panel& panel = panels_[i];
+      const QString shown =
+          fontMetrics().elidedText(panel.text, Qt::ElideRight, std::max(widths[i] - gap_, 0));
+      panel.label->setText(shown);
+      panel.label->setToolTip(shown == panel.text ? QString() : panel.text);
+      panel.label->setGeometry(left, 0, widths[i], height());
+      left += widths[i];
+    }
+  }
+
+  const int gap_;
+  std::vector<Panel> panels_;
+};
+
 class StatusView final : public ViewOfKind<StatusStrip, QStatusBar> {
  public:
   StatusView(QtWindow& window, StatusStrip& control, QStatusBar* bar)
-      : ViewOfKind(window, control, bar) {
-    for (int i = 0; i < control.Count(); ++i) {
-      auto* panel = new QLabel(bar);
-      panel->setTextFormat(Qt::PlainText);
-      panel->setIndent(panel->fontMetrics().height() / 2);
-      panel->setMinimumWidth(1);  // a long text is cut and does not widen the window
-      panels_.push_back(panel);
-      bar->addWidget(panel, 1);
-    }
+      : ViewOfKind(window, control, bar), panels_(new StatusPanels(control.Count(), bar)) {
+    bar->addWidget(panels_, 1);
     SetPlaced(true);
   }
 
  private:
-  void Show() override {
-    for (int i = 0; i < TheControl().Count(); ++i) {
-      panels_[static_cast<std::size_t>(i)]->setText(ToQt(TheControl().Text(i + 1)));
-    }
-  }
+  void Show() override { panels_->SetTexts(TheControl()); }
 
-  std::vector<QLabel*> panels_;
+  StatusPanels* panels_;
 };
 
 }  // namespace

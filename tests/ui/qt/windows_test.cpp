@@ -416,5 +416,41 @@ TEST_F(WindowsTest, ComeBackInTheSizeThatAPersonGaveThem) {
   desktop.SetMemory(nullptr);
 }
 
+TEST_F(WindowsTest, TheFiguresOfAStatusStripAreWholeAndStayWhereTheyAre) {
+  struct FrmFigures final : Window {
+    FrmFigures() : Window("frmFigures", "Figures") { SetLayout(Row{txtFirst}); }
+    void Show(const std::vector<std::string>& texts) {
+      for (int i = 0; i < 4; ++i) strip.SetText(i + 1, texts[static_cast<std::size_t>(i)]);
+    }
+    TextBox txtFirst{*this, "txtFirst"};
+    StatusStrip strip{*this, "strip", 4};
+  };
+  auto& w = Shown<FrmFigures>();
+  screen.Resize(w, {500, 200});
+  const QList<QLabel*> panels = On(w.strip).findChildren<QLabel*>();
+  const auto show = [&](const std::vector<std::string>& texts) {
+    w.Show(texts);
+    Settle();
+    std::string cut;  // the panels whose text is not there as a whole
+    for (int i = 0; i < 4; ++i) {
+      const QLabel& panel = *panels[i];
+      const bool isWhole = panel.text().toStdString() == texts[static_cast<std::size_t>(i)] &&
+                           panel.width() >= panel.sizeHint().width();
+      const bool isTold = panel.toolTip().toStdString() == texts[static_cast<std::size_t>(i)];
+      if (!isWhole) cut += std::to_string(i + 1) + (isTold ? " " : "? ");
+    }
+    return cut;
+  };
+  EXPECT_EQ(show({"X: 523456.789", "Y: 6123456.789", "Value: 255.123456", "Done"}), "");
+  const int valueAt = panels[2]->x();
+  EXPECT_EQ(show({"X: 1", "Y: 2", "Value: 3", ""}), "");
+  EXPECT_EQ(panels[2]->x(), valueAt);
+  const std::string why(200, 'w');
+  EXPECT_EQ(show({"X: 523456.789", "Y: 6123456.789", "Value: 255.123456", why}), "4 ");
+  EXPECT_EQ(TopLevel(w)->width(), 500);
+  screen.Resize(w, {2400, 200});
+  EXPECT_EQ(show({"X: 523456.789", "Y: 6123456.789", "Value: 255.123456", why}), "");
+}
+
 }  // namespace
 }  // namespace ormel::ui
