@@ -72,10 +72,7 @@ class HandOvers {
     while (!waiting_.empty() && desktop_.IsOpen(main_)) {
       const std::string text = std::move(waiting_.front());
       waiting_.pop_front();
-      desktop_.Dispatch([&] {
-        main_.Wake();
-        main_.Receive(text);
-      });
+      desktop_.Dispatch([&] { main_.TakeOver(text); });
     }
     taking_ = false;
   }

@@ -20,6 +20,13 @@ namespace {
 constexpr char kLoadFilter[] = "MCE Infomation Files (.tsi)|*.tsi;*.mif;*.cmf";
 constexpr char kFileEnd = '?';  // behind a path in the receive box
 
+// Whether the text has come to its end, which goes.
+bool TakeEnd(std::string& text) {
+  if (text.size() < 2 || text.back() != kFileEnd) return false;
+  text.pop_back();
+  return true;
+}
+
 }  // namespace
 
 FrmMain::FrmMain(AppContext& app, SavedDesktop& saved)
@@ -286,20 +293,16 @@ void FrmMain::mReceive() {
 
 void FrmMain::TextReceived() {
   std::string text = txtReceive.Text();
-  if (text.size() < 2 || text.back() != kFileEnd) return;
-  text.pop_back();
+  if (!TakeEnd(text)) return;
   txtReceive.SetText("");
   OpenFileByExtension(text);
 }
 
-void FrmMain::Wake() {
+void FrmMain::TakeOver(const std::string& text) {
+  std::string file = text;
+  if (!TakeEnd(file)) return;
   app_.desktop.ShowAgain(*this);
-  mReceive();
-}
-
-void FrmMain::Receive(const std::string& text) {
-  (void)txtReceive.Type(text);
-  txtReceive.SetVisible(false);  // nobody is going to type
+  OpenFileByExtension(file);
 }
 
 // ---- The running model --------------------------------------------------------------------------

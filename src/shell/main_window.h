@@ -31,10 +31,10 @@ class FrmMain final : public ui::Window {
   // is true as well when that model then asks about its changes and is kept after all.
   bool CloseCurMCE();
 
-  // Another start of the program hands a file over: first it wakes the receiver, then the text
-  // comes, a path and "?".
-  void Wake();
-  void Receive(const std::string& text);
+  // Another start of the program hands over a file, a path and "?": it opens at once. The empty
+  // message that announces a file by hand has nothing to wait for, and the receive box is left to
+  // whoever types in it.
+  void TakeOver(const std::string& text);
 
   // By its frame as by Exit.
   bool QueryClose() override;
