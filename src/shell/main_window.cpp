@@ -27,6 +27,11 @@ bool TakeEnd(std::string& text) {
   return true;
 }
 
+// The file and the folder that it is in: enough to tell two maps of the same name apart.
+std::string ShortPath(const std::filesystem::path& path) {
+  return (path.parent_path().filename() / path.filename()).string();
+}
+
 }  // namespace
 
 FrmMain::FrmMain(AppContext& app, SavedDesktop& saved)
@@ -132,28 +137,26 @@ std::vector<ui::MenuSpec> FrmMain::BuilderMenu() {
 
 // Looked at again whenever the menu opens: files come and go meanwhile.
 void FrmMain::ListRecent() {
+  const std::vector<std::string>& files = saved_.Files();
   std::vector<ui::MenuSpec> entries;
-  std::vector<std::string> missing;
-  for (const std::string& path : saved_.Files()) {
+  for (const std::string& path : files) {
     const int number = static_cast<int>(entries.size()) + 1;
-    const std::filesystem::path file(path);
-    entries.push_back(
-        {"mRecent" + std::to_string(number),
-         ui::NumberedCaption(number, (file.parent_path().filename() / file.filename()).string()),
-         "",
-         [this, path] { OpenRecent(path); },
-         {}});
-    std::error_code error;
-    if (!std::filesystem::exists(file, error)) missing.push_back(entries.back().name);
+    entries.push_back({"mRecent" + std::to_string(number),
+                       ui::NumberedCaption(number, ShortPath(path)),
+                       "",
+                       [this, path] { OpenRecent(path); },
+                       {}});
   }
   entries.push_back(ui::MenuSpec::Separator());
   entries.push_back({"mRecentClear", "&Clear the List", "", [this] { saved_.ForgetFiles(); }, {}});
   menu["mRecent"].SetChildren(entries);
-  menu["mRecent"].SetEnabled(!saved_.Files().empty());
-  for (std::size_t i = 0; i < saved_.Files().size(); ++i) {
-    menu[entries[i].name].SetToolTip(saved_.Files()[i]);
+  menu["mRecent"].SetEnabled(!files.empty());
+  for (std::size_t i = 0; i < files.size(); ++i) {
+    ui::MenuItem& entry = menu[entries[i].name];
+    std::error_code error;
+    entry.SetEnabled(std::filesystem::exists(files[i], error));
+    entry.SetToolTip(files[i]);
   }
-  for (const std::string& name : missing) menu[name].SetEnabled(false);
 }
 
 // The windows that are open, beside this one.
