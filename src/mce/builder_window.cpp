@@ -126,8 +126,8 @@ void BuilderWindow::ConnectHandlers() {
 void BuilderWindow::LayOut() {
   ui::Row tools{"Factors:", rows.lblfnum, rows.fchng, ui::Stretch{}};
   for (ui::LayoutItem& tool : RowTools()) tools.items.push_back(std::move(tool));
-  tools.items.push_back(cmdReadAll);
-  tools.items.push_back(cmdDelFac);
+  tools.items.emplace_back(cmdReadAll);
+  tools.items.emplace_back(cmdDelFac);
   ui::Row frames{ui::Share(3, ui::Frame{"Constraints", constraints.list,
                                         ui::Row{constraints.cmdAdd, constraints.cmdRemove,
                                                 ui::Stretch{}, "Colour:", DCC}}),

@@ -115,7 +115,7 @@ void MapPanes::LayOut() {
   picEmpty.SetVisible(count == 0);
   Column rows;
   if (count == 0) {
-    rows.items.push_back("No map is open. Open one from the File menu, or drop it here.");
+    rows.items.emplace_back("No map is open. Open one from the File menu, or drop it here.");
     rows.items.push_back(Share(1, picEmpty));
   }
   if (count == 1) rows.items.push_back(Pane(1));

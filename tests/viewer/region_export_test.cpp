@@ -15,7 +15,10 @@ using testing::ReadText;
 // column.
 std::string Numbered() {
   testing::Rows rows(8, std::vector<double>(10));
-  for (int i = 0; i < 80; ++i) rows[i / 10][i % 10] = 100 * (i / 10 + 1) + i % 10 + 1;
+  for (int i = 0; i < 80; ++i) {
+    const int row = i / 10;
+    rows[row][i % 10] = 100 * (row + 1) + i % 10 + 1;
+  }
   return testing::MapText(rows, -9999);
 }
 

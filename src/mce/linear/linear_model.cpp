@@ -11,15 +11,16 @@ class LinearAdder final : public FactorAdder {
   explicit LinearAdder(double weight) : weight_(weight) {}
 
   void AddRow(const RowToAdd& row) override {
-    const auto [values, nodata, mask, sums] = row;
     LaneExtremes extremes = extremes_;  // in registers
-    ForEachInLanes(values.size(), [&, values, mask, sums](std::size_t i, std::size_t lane) {
+    const auto add = [&, values = row.values, mask = row.mask, sums = row.sums](std::size_t i,
+                                                                                std::size_t lane) {
       const double value = HighValuesGood ? values[i] : kTopValue - values[i];
       const double sum = static_cast<double>(sums[i]) + weight_ * value;
       const bool counts = mask[i] != 0;
       sums[i] = counts ? static_cast<float>(sum) : sums[i];
       extremes.Add(lane, sum, counts);
-    });
+    };
+    ForEachInLanes(row.values.size(), add);
     extremes_ = extremes;
   }
 

@@ -12,8 +12,6 @@
 namespace ormel {
 namespace {
 
-constexpr int kFirstMinimum = 1;
-constexpr int kFirstMaximum = 100;
 constexpr int kLargestWeight = 32767;
 constexpr int kFewestFactorsToCompare = 3;
 

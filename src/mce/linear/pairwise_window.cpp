@@ -79,12 +79,12 @@ void FrmEigen::LayOut() {
   const int lastColumn = std::min(n_, HScrl.Value() + kCellsShown);
   ui::Table matrix{};
   ui::Row top{""};
-  for (int j = firstColumn; j <= lastColumn; ++j) top.items.push_back(lblTop(j));
+  for (int j = firstColumn; j <= lastColumn; ++j) top.items.emplace_back(lblTop(j));
   matrix.items.push_back(top);
   for (int i = firstRow; i <= lastRow; ++i) {
     ui::Row cells{lblLeft(i)};
     for (int j = firstColumn; j <= lastColumn; ++j) {
-      cells.items.push_back(txtCompare(CellIndex(i, j)));
+      cells.items.emplace_back(txtCompare(CellIndex(i, j)));
     }
     matrix.items.push_back(cells);
   }

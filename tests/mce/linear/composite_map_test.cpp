@@ -143,7 +143,7 @@ TEST(CompositeMap, RefusesSizesThatNoMapHas) {
   EXPECT_EQ(fault("\xFF\x01" + std::string("abcdefghijklmnopqrstuvwxyz"), "1"),
             "f1.asc: the header gives \"??abcdefghijklmnopqr...\" columns; a map has 1 to 32767");
   ModelFolder folder;
-  folder.model.factors.push_back({"/dev/", "zero", 1, true});
+  folder.model.factors.push_back({{"/dev/", "zero"}, 1, true});
   EXPECT_EQ(CompositeMap::Begin(folder.model).Text(), "/dev/zero: is no plain file");
 }
 

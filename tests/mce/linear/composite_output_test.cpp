@@ -23,7 +23,7 @@ TEST(CompositeOutput, HeaderHasFiveLinesAndNothingFollowsTheLastRow) {
 TEST(CompositeOutput, InformationFileListsFactorsAndConstraints) {
   LinearModel model;
   model.title = "Gorilla nesting";
-  model.factors = {{"maps/", "soil.asc", 5, true}, {"maps/", "végétation.asc", -3, false}};
+  model.factors = {{{"maps/", "soil.asc"}, 5, true}, {{"maps/", "végétation.asc"}, -3, false}};
   model.constraints = {"maps/roads.asc"};
   std::tm when{};
   strptime("2026-11-02 12:05", "%Y-%m-%d %H:%M", &when);
