@@ -12,15 +12,16 @@ class LinearAdder final : public FactorAdder {
 
   void AddRow(const RowToAdd& row) override {
     LaneExtremes extremes = extremes_;  // in registers
-    const auto add = [&, values = row.values, mask = row.mask, sums = row.sums](std::size_t i,
-                                                                                std::size_t lane) {
+    const auto values = row.values;
+    const auto mask = row.mask;
+    const auto sums = row.sums;
+    ForEachInLanes(values.size(), [&, values, mask, sums](std::size_t i, std::size_t lane) {
       const double value = HighValuesGood ? values[i] : kTopValue - values[i];
       const double sum = static_cast<double>(sums[i]) + weight_ * value;
       const bool counts = mask[i] != 0;
       sums[i] = counts ? static_cast<float>(sum) : sums[i];
       extremes.Add(lane, sum, counts);
-    };
-    ForEachInLanes(row.values.size(), add);
+    });
     extremes_ = extremes;
   }
 
