@@ -3,7 +3,6 @@
 #include <cstdio>
 #include <deque>
 #include <exception>
-#include <filesystem>
 #include <iostream>
 #include <optional>
 
@@ -16,6 +15,7 @@
 #include "shell/single_instance.h"
 #include "shell/start_up_picture.h"
 #include "shell/start_up_window.h"
+#include "text/paths.h"
 #include "ui/qt/qt_desktop.h"
 #include "ui/qt/qt_screen.h"
 
@@ -35,13 +35,6 @@ constexpr int kWrongUse = 2;
 int Complain(const std::string& text, int status) {
   std::cerr << "ormel: " << text << '\n';
   return status;
-}
-
-// The path as any working directory finds it, and so that no digit stands in front.
-std::string Absolute(const std::string& path) {
-  std::error_code error;
-  const std::filesystem::path absolute = std::filesystem::absolute(path, error);
-  return path.empty() || error ? path : absolute.string();
 }
 
 void Greet(Program& program, ui::Desktop& desktop, const std::string& file) {
@@ -123,7 +116,7 @@ int Main(int argc, char** argv) {
   ui::QtProgram program(argc, argv);
   ui::QtScreen screen(AssetsFolder() + "icons");
   if (!line.script.empty()) return RunScript(line.script, line.model, &screen);
-  return RunDesktop(program, screen, Absolute(line.model));
+  return RunDesktop(program, screen, AbsolutePath(line.model));
 }
 
 }  // namespace

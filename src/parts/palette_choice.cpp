@@ -1,11 +1,10 @@
 #include "parts/palette_choice.h"
 
-#include <algorithm>
-#include <cctype>
 #include <filesystem>
 
 #include "mapdata/palette.h"
 #include "text/paths.h"
+#include "text/text_search.h"
 #include "ui/desktop.h"
 
 namespace ormel {
@@ -20,10 +19,7 @@ bool Exists(const std::string& path) {
   return std::filesystem::exists(path, error);
 }
 
-bool MeansDefaultPalette(const std::string& text) {
-  return std::equal(text.begin(), text.end(), std::begin(kDefault), std::end(kDefault) - 1,
-                    [](unsigned char a, char b) { return std::tolower(a) == b; });
-}
+bool MeansDefaultPalette(const std::string& text) { return InSmallLetters(text) == kDefault; }
 
 }  // namespace
 

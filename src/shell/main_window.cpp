@@ -1,7 +1,5 @@
 #include "shell/main_window.h"
 
-#include <algorithm>
-#include <cctype>
 #include <filesystem>
 
 #include "mce/linear/model_builder_window.h"
@@ -11,6 +9,7 @@
 #include "shell/file_opening.h"
 #include "shell/help_window.h"
 #include "shell/saved_desktop.h"
+#include "text/text_search.h"
 #include "ui/desktop.h"
 #include "viewer/map_view_window.h"
 
@@ -260,9 +259,7 @@ bool FrmMain::OpenAs(const std::string& path, std::string_view extension) {
 // A model from the list has its file from the start, as one from the Load dialog has.
 void FrmMain::OpenRecent(const std::string& path) {
   const RunningModel* before = app_.session.Running();
-  std::string extension = std::filesystem::path(path).extension().string();
-  std::transform(extension.begin(), extension.end(), extension.begin(),
-                 [](unsigned char letter) { return std::tolower(letter); });
+  const std::string extension = InSmallLetters(std::filesystem::path(path).extension().string());
   if (extension.empty() || !OpenAs(path, extension.substr(1))) OpenMap(path);
   const RunningModel* running = app_.session.Running();
   if (running != nullptr && running != before) app_.session.modelFile = path;

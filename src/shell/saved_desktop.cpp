@@ -1,10 +1,9 @@
 #include "shell/saved_desktop.h"
 
 #include <algorithm>
-#include <array>
 #include <charconv>
 #include <filesystem>
-#include <optional>
+#include <utility>
 
 #include "base/file_writer.h"
 #include "base/input_file.h"
@@ -22,12 +21,6 @@ std::string_view WordFor(ui::FileKind kind) { return kKinds[static_cast<std::siz
 
 std::string FilePath(const Settings& settings) {
   return JoinPath(settings.programFolder, "Desktop.inf");
-}
-
-std::string Absolute(const std::string& path) {
-  std::error_code error;
-  const std::filesystem::path absolute = std::filesystem::absolute(path, error);
-  return error ? path : absolute.lexically_normal().string();
 }
 
 // A path with a line end in it would be read as two lines.
@@ -67,7 +60,7 @@ std::string SavedDesktop::FolderOf(ui::FileKind kind) const {
 }
 
 void SavedDesktop::NoteChosen(ui::FileKind kind, const std::string& path) {
-  const std::string folder = FolderPart(Absolute(path));
+  const std::string folder = FolderPart(AbsolutePath(path));
   if (kind == ui::FileKind::kOther || !FitsALine(folder)) return;
   std::string& known = folders_[std::string(WordFor(kind))];
   if (std::exchange(known, folder) != folder) Write();
@@ -86,7 +79,7 @@ void SavedDesktop::NoteSize(const std::string& window, ui::WindowSize size) {
 // ---- Files --------------------------------------------------------------------------------------
 
 void SavedDesktop::NoteFile(const std::string& path) {
-  std::string file = Absolute(path);
+  std::string file = AbsolutePath(path);
   if (!FitsALine(file) || (!files_.empty() && files_.front() == file)) return;
   std::erase(files_, file);
   files_.insert(files_.begin(), std::move(file));

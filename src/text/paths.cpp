@@ -1,5 +1,8 @@
 #include "text/paths.h"
 
+#include <filesystem>
+#include <system_error>
+
 namespace ormel {
 namespace {
 
@@ -67,6 +70,12 @@ std::string SiblingShapeName(std::string_view base, int group, int number) {
     return text.size() < digits ? std::string(digits - text.size(), '0') + text : text;
   };
   return std::string(base) + "shp" + padded(group, 3) + padded(number, 5);
+}
+
+std::string AbsolutePath(const std::string& path) {
+  std::error_code error;
+  const std::filesystem::path absolute = std::filesystem::absolute(path, error);
+  return path.empty() || error ? path : absolute.string();
 }
 
 std::string JoinPath(std::string_view folder, std::string_view name) {

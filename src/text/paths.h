@@ -39,6 +39,9 @@ std::string CsvDisplayName(std::string_view text);
 // `base`, "shp", `group` in three digits and `number` in five.
 std::string SiblingShapeName(std::string_view base, int group, int number);
 
+// The path as every working directory finds it; as it is when it is empty or that cannot be told.
+std::string AbsolutePath(const std::string& path);
+
 // `folder` and `name` with one separator between them; `name` alone when the folder is empty.
 std::string JoinPath(std::string_view folder, std::string_view name);
 

@@ -1,9 +1,9 @@
 #include "mce/linear/model_information.h"
 
 #include <algorithm>
-#include <cctype>
 
 #include "text/numbers.h"
+#include "text/text_search.h"
 
 namespace ormel {
 namespace {
@@ -19,10 +19,8 @@ int WeightOf(const std::string& text) {
 
 const char* TruthText(bool value) { return value ? "True" : "False"; }
 
-bool IsFalse(std::string text) {
-  std::transform(text.begin(), text.end(), text.begin(),
-                 [](unsigned char letter) { return static_cast<char>(std::tolower(letter)); });
-  return text == "false" || (IsNumeric(text) && TextToNumber(text) == 0);
+bool IsFalse(const std::string& text) {
+  return InSmallLetters(text) == "false" || (IsNumeric(text) && TextToNumber(text) == 0);
 }
 
 LinearModel LinearModelOf(const ModelText& text) {

@@ -15,7 +15,7 @@ int WeightOf(const std::string& text);
 
 // How model files write a truth value, and what counts as false when they are read.
 const char* TruthText(bool value);
-bool IsFalse(std::string text);
+bool IsFalse(const std::string& text);
 
 // The model that the file's text means, rows without a file included.
 LinearModel LinearModelOf(const ModelText& text);

@@ -16,7 +16,7 @@ constexpr int kBitmapChosen = 2;  // entry of the filter
 
 }  // namespace
 
-FrmDrawC::FrmDrawC(AppContext& app, std::shared_ptr<const NonlinearModel> model)
+FrmDrawC::FrmDrawC(AppContext& app, const std::shared_ptr<const NonlinearModel>& model)
     : GeneratorWindow(app, "frmDrawC", model, 2), graphs_(*model) {
   ckWeighted.SetToolTip("Display and export the weights of a factor in place of its values");
 }

@@ -13,7 +13,7 @@ namespace ormel {
 
 class FrmDrawC final : public GeneratorWindow {
  public:
-  FrmDrawC(AppContext& app, std::shared_ptr<const NonlinearModel> model);
+  FrmDrawC(AppContext& app, const std::shared_ptr<const NonlinearModel>& model);
 
   // Display shows, and Export writes, weights in place of values.
   ui::CheckBox ckWeighted{*this, "ckWeighted", "&Weighted"};

@@ -26,7 +26,10 @@ class GraphAdder final : public FactorAdder {
   }
 
   void AddRow(const RowToAdd& row) override {
-    const auto [values, nodata, mask, sums] = row;
+    const auto values = row.values;
+    const auto nodata = row.nodata;
+    const auto mask = row.mask;
+    const auto sums = row.sums;
     LaneExtremes sumExtremes = sums_;  // in registers
     LaneExtremes weightExtremes = weights_;
     ForEachInLanes(values.size(), [&, values, mask, sums, nodata](std::size_t i, std::size_t lane) {

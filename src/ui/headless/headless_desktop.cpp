@@ -114,8 +114,7 @@ std::optional<Answer> AnswerNamed(const std::string& name) {
   return static_cast<Answer>(found - kAnswerNames.begin());
 }
 
-HeadlessDesktop::HeadlessDesktop(std::ostream& log, Screen* screen)
-    : Desktop(screen), log_(log), hasScreen_(screen != nullptr) {}
+HeadlessDesktop::HeadlessDesktop(std::ostream& log, Screen* screen) : Desktop(screen), log_(log) {}
 
 HeadlessDesktop::~HeadlessDesktop() { DestroyWindows(); }
 

@@ -74,7 +74,6 @@ class HeadlessDesktop final : public Desktop {
   // The message or question that was posed last.
   const Question& LastQuestion() const { return lastQuestion_; }
 
-  bool HasScreen() const { return hasScreen_; }
   const Canvas& ClipboardPicture() const { return clipboardPicture_; }
 
   Answer Pose(const Question& question) override;
@@ -114,7 +113,6 @@ class HeadlessDesktop final : public Desktop {
   RunningTimer* NextDue(std::int64_t end);
 
   std::ostream& log_;
-  const bool hasScreen_;
   std::deque<Answer> answers_;
   std::deque<std::optional<std::string>> prompts_;
   std::deque<std::optional<std::vector<std::string>>> files_;

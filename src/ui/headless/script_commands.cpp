@@ -137,7 +137,7 @@ void Resize(Context context, Words words) {
 
 void Snapshot(Context context, Words words) {
   Window& window = OpenWindow(context, words[0]);
-  if (context.desktop.HasScreen() && !context.desktop.Snapshot(window, words[1])) {
+  if (context.desktop.ItsScreen() != nullptr && !context.desktop.Snapshot(window, words[1])) {
     throw ScriptError("cannot write " + words[1]);
   }
 }

@@ -365,28 +365,11 @@ TEST_F(WindowsTest, KeysGoToTheNextWindowAndCloseOneFromWithinAnyControl) {
   EXPECT_TRUE(desktop.IsOpen(second));
 }
 
-// The main window in small: tools, and a box that shows now and then.
+// The main window in small.
 struct FrmStrip final : Window {
-  FrmStrip() : Window("frmStrip", "Strip") {
-    txtPath.SetVisible(false);
-    SetLayout(Row{txtPath});
-  }
-  TextBox txtPath{*this, "txtPath"};
+  FrmStrip() : Window("frmStrip", "Strip") {}
   ToolBar tools{*this, "TBMain", {{1, "Load", "", {}, {}}}};
 };
-
-TEST_F(WindowsTest, TheStripIsAsLowAfterwardsAsBefore) {
-  auto& strip = Shown<FrmStrip>();
-  const int low = TopLevel(strip)->height();
-  for (int i = 0; i < 2; ++i) {
-    strip.txtPath.SetVisible(true);
-    Settle();
-    EXPECT_GT(TopLevel(strip)->height(), low);
-    strip.txtPath.SetVisible(false);
-    Settle();
-    EXPECT_EQ(TopLevel(strip)->height(), low);
-  }
-}
 
 TEST_F(WindowsTest, OpenBelowTheStripAndOneBehindTheOther) {
   auto& strip = Shown<FrmStrip>();
