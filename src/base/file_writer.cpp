@@ -49,6 +49,20 @@ int OpenWithoutName(const fs::path& target) {
   return descriptor;
 }
 
+// A new file of that name, or of the first number behind it that is free; -1 when there is none.
+// `path` becomes its name.
+int OpenNew(fs::path& path) {
+  constexpr int kMostNames = 1000;
+  const fs::path wanted = path;
+  for (int number = 1; number <= kMostNames; ++number) {
+    path = wanted;
+    if (number > 1) path += std::to_string(number);
+    const int descriptor = open(path.c_str(), O_CREAT | O_EXCL | O_WRONLY | O_CLOEXEC, kAnyMode);
+    if (descriptor >= 0 || errno != EEXIST) return descriptor;
+  }
+  return -1;
+}
+
 }  // namespace
 
 FileWriter::FileWriter(fs::path target, fs::path temporary, int descriptor)
@@ -90,6 +104,15 @@ Outcome<FileWriter> FileWriter::Open(const fs::path& path, TemporaryFile tempora
   FileWriter writer(target, std::move(name), descriptor);
   writer.direct_ = direct;
   return writer;
+}
+
+Outcome<FileWriter> FileWriter::OpenThrough(const fs::path& path, const fs::path& working) {
+  Outcome<FileWriter> beside = Open(path);
+  if (!beside.Ok() || beside.Value().direct_) return beside;
+  fs::path name = working;
+  const int descriptor = OpenNew(name);
+  if (descriptor < 0) return beside;
+  return FileWriter(beside.Value().target_, std::move(name), descriptor);
 }
 
 FileWriter::~FileWriter() {
@@ -155,11 +178,25 @@ void FileWriter::Finish() {
   if (error_.empty() && temporary_.empty()) GiveName();
 }
 
+// The working file of another disk is copied, first beside the target. False: `errno` says why not.
+bool FileWriter::MoveIntoPlace() {
+  if (rename(temporary_.c_str(), target_.c_str()) == 0) return true;
+  if (errno != EXDEV) return false;
+  const fs::path copy = NameBeside(target_);
+  std::error_code error;
+  fs::copy_file(temporary_, copy, error);
+  if (!error) fs::rename(copy, target_, error);
+  std::error_code ignored;
+  fs::remove(error ? copy : temporary_, ignored);
+  errno = error.value();
+  return !error;
+}
+
 Outcome<> FileWriter::Commit() {
   Flush();
   if (error_.empty() && !direct_) Finish();
   Close();
-  if (error_.empty() && !direct_ && rename(temporary_.c_str(), target_.c_str()) != 0) KeepError();
+  if (error_.empty() && !direct_ && !MoveIntoPlace()) KeepError();
   if (error_.empty()) return Done{};
   if (!temporary_.empty()) unlink(temporary_.c_str());
   return DiskFailure();

@@ -23,6 +23,13 @@ class FileWriter {
   [[nodiscard]] static Outcome<FileWriter> Open(
       const std::filesystem::path& path, TemporaryFile temporary = TemporaryFile::kWithoutName);
 
+  // The same, but the temporary file has a name that people know: `working`, in whatever folder it
+  // says. It is there while the work lasts, and never longer than the writer. A file of that name
+  // that is there already stays: the working file then has a number behind its name. Where none can
+  // be made, as in a folder that nobody may write to, this is Open().
+  [[nodiscard]] static Outcome<FileWriter> OpenThrough(const std::filesystem::path& path,
+                                                       const std::filesystem::path& working);
+
   FileWriter(FileWriter&& other) noexcept;
   FileWriter& operator=(FileWriter&&) = delete;
   ~FileWriter();  // without a Commit(): takes the temporary file away
@@ -43,6 +50,7 @@ class FileWriter {
   void KeepError();
   void Finish();
   void GiveName();
+  bool MoveIntoPlace();
   void Close();
 
   std::filesystem::path target_;

@@ -18,26 +18,35 @@ constexpr std::size_t kCellsInBand = 16 * 1024;
 // What belongs to a band while it is in work.
 struct BandRoom {
   std::vector<double> cells;
-  RowText text;
-  std::string bytes;
+  std::vector<RowText> texts;      // of each map
+  std::vector<std::string> bytes;  // of each map
+};
+
+// What is common to one map and to several.
+struct RowsToMake {
+  int nrows = 0;
+  std::size_t width = 0;
+  RowForm form = RowForm::kBlankBefore;
+  std::function<Outcome<>(int row, std::span<double> cells)> read{};
+  std::function<void(int row, std::span<double> cells, std::span<RowText> texts)> make{};
+  std::function<void(int row, std::span<const double> cells)> use{};
 };
 
 class MapWriting {
  public:
-  MapWriting(const MapToWrite& map, const RowSteps& steps, FileWriter& file)
-      : map_(map), steps_(steps), file_(file) {}
+  MapWriting(const RowsToMake& rows, std::vector<FileWriter>& files) : rows_(rows), files_(files) {}
 
   Outcome<> Run(ProgressSink& progress) {
-    const auto rows = static_cast<int>(kCellsInBand / std::max<std::size_t>(map_.width, 1));
-    const int rowsInBand = std::clamp(rows, 1, 64);
+    const std::size_t texts = std::max<std::size_t>(rows_.width * files_.size(), 1);
+    const int rowsInBand = std::clamp(static_cast<int>(kCellsInBand / texts), 1, 64);
     rooms_.resize(static_cast<std::size_t>(OrderedPieces::SlotsFor(ThreadCount())));
     for (BandRoom& room : rooms_) {
-      room.cells.resize(map_.width * static_cast<std::size_t>(rowsInBand));
-      room.text = RowText(map_.form);
+      room.cells.resize(rows_.width * static_cast<std::size_t>(rowsInBand));
+      room.texts.assign(files_.size(), RowText(rows_.form));
+      room.bytes.resize(files_.size());
     }
-    file_.Write(map_.header);
     return RunBands(
-        map_.nrows, rowsInBand,
+        rows_.nrows, rowsInBand,
         {[this](const Band& band) { return Read(band); }, [this](const Band& band) { Make(band); },
          [this](const Band& band) { Use(band); }},
         progress);
@@ -47,37 +56,36 @@ class MapWriting {
   BandRoom& RoomOf(const Band& band) { return rooms_[static_cast<std::size_t>(band.slot)]; }
 
   std::span<double> CellsOf(const Band& band, int row) {
-    const std::size_t before = static_cast<std::size_t>(row - band.first) * map_.width;
-    return std::span(RoomOf(band).cells).subspan(before, map_.width);
+    const std::size_t before = static_cast<std::size_t>(row - band.first) * rows_.width;
+    return std::span(RoomOf(band).cells).subspan(before, rows_.width);
   }
 
   Outcome<> Read(const Band& band) {
     Outcome<> read = Done{};
-    if (!steps_.read) return read;
+    if (!rows_.read) return read;
     for (int row = band.first; row <= band.last && read.Ok(); ++row) {
-      read = steps_.read(row, CellsOf(band, row));
+      read = rows_.read(row, CellsOf(band, row));
     }
     return read;
   }
 
   void Make(const Band& band) {
     BandRoom& room = RoomOf(band);
-    room.bytes.clear();
+    for (std::string& bytes : room.bytes) bytes.clear();
     for (int row = band.first; row <= band.last; ++row) {
-      steps_.make(row, CellsOf(band, row), room.text);
-      room.bytes += room.text.Finish();
+      rows_.make(row, CellsOf(band, row), room.texts);
+      for (std::size_t i = 0; i < files_.size(); ++i) room.bytes[i] += room.texts[i].Finish();
     }
   }
 
   void Use(const Band& band) {
-    file_.Write(RoomOf(band).bytes);
-    if (!steps_.use) return;
-    for (int row = band.first; row <= band.last; ++row) steps_.use(row, CellsOf(band, row));
+    for (std::size_t i = 0; i < files_.size(); ++i) files_[i].Write(RoomOf(band).bytes[i]);
+    if (!rows_.use) return;
+    for (int row = band.first; row <= band.last; ++row) rows_.use(row, CellsOf(band, row));
   }
 
-  const MapToWrite& map_;
-  const RowSteps& steps_;
-  FileWriter& file_;
+  const RowsToMake& rows_;
+  std::vector<FileWriter>& files_;
   std::vector<BandRoom> rooms_;  // by slot
 };
 
@@ -136,11 +144,53 @@ Outcome<std::string> ReadRows(const RowsToRead& rows, ProgressSink& progress,
   return std::string();
 }
 
+Outcome<WholeMap> OpenWholeMap(const std::string& path) {
+  Outcome<MapFrame> frame = ReadMapFrame(path);
+  if (!frame.Ok()) return frame.Stop();
+  const MapFrame& sides = frame.Value();
+  Outcome<RowSource> rows =
+      RowSource::Open({path, CountHeaderLines(path), sides.ncols, sides.nrows});
+  if (!rows.Ok()) return rows.Stop();
+  return WholeMap{std::move(frame.Value()), std::move(rows.Value())};
+}
+
+std::string CopiedHeader(const std::vector<std::string>& lines) {
+  std::string header;
+  for (const std::string& line : lines) header += line + "\r\n";
+  return header;
+}
+
 Outcome<> WriteMap(const MapToWrite& map, const RowSteps& steps, ProgressSink& progress) {
-  Outcome<FileWriter> file = FileWriter::Open(map.path);
+  Outcome<FileWriter> file = map.working.empty() ? FileWriter::Open(map.path)
+                                                 : FileWriter::OpenThrough(map.path, map.working);
   if (!file.Ok()) return file.Stop();
-  const Outcome<> written = MapWriting(map, steps, file.Value()).Run(progress);
-  return written.Ok() ? file.Value().Commit() : written;
+  std::vector<FileWriter> files;
+  files.push_back(std::move(file.Value()));
+  files.front().Write(map.header);
+  const RowsToMake rows{map.nrows,
+                        map.width,
+                        map.form,
+                        steps.read,
+                        [&](int row, std::span<double> cells, std::span<RowText> texts) {
+                          steps.make(row, cells, texts.front());
+                        },
+                        steps.use};
+  const Outcome<> written = MapWriting(rows, files).Run(progress);
+  return written.Ok() ? files.front().Commit() : written;
+}
+
+Outcome<> WriteMaps(const SeveralMaps& maps, const SeveralRowSteps& steps, ProgressSink& progress) {
+  std::vector<FileWriter> files;
+  for (const MapOfSeveral& map : maps.maps) {
+    Outcome<FileWriter> file = FileWriter::Open(map.path);
+    if (!file.Ok()) return file.Stop();
+    files.push_back(std::move(file.Value()));
+    files.back().Write(map.header);
+  }
+  const RowsToMake rows{maps.nrows, maps.width, RowForm::kBlankBefore, steps.read, steps.make, {}};
+  Outcome<> written = MapWriting(rows, files).Run(progress);
+  for (std::size_t i = 0; i < files.size() && written.Ok(); ++i) written = files[i].Commit();
+  return written;
 }
 
 }  // namespace ormel

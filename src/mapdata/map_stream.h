@@ -12,6 +12,7 @@
 #include "base/outcome.h"
 #include "base/progress_sink.h"
 #include "mapdata/cell_source.h"
+#include "mapdata/map_frame.h"
 #include "mapdata/map_header.h"
 #include "mapdata/raster_writer.h"
 
@@ -61,13 +62,26 @@ using UseRow = std::function<void(int row, std::span<double> cells, double nodat
 [[nodiscard]] Outcome<std::string> ReadRows(const RowsToRead& rows, ProgressSink& progress,
                                             const UseRow& useRow);
 
+// A map that a tool reads from its first row to its last.
+struct WholeMap {
+  MapFrame frame;
+  RowSource rows;
+};
+
+// Opens the map at `path` behind its header. Fails as ReadMapFrame() does.
+[[nodiscard]] Outcome<WholeMap> OpenWholeMap(const std::string& path);
+
 struct MapToWrite {
   std::string path;
   std::string header;  // with its line ends
   int nrows = 0;
   std::size_t width = 0;  // numbers that are kept for a row while it is made
   RowForm form = RowForm::kBlankBefore;
+  std::string working{};  // the temporary file's path, FileWriter::OpenThrough(); empty: any
 };
+
+// The header of a map as it stands, for a map on the same cells.
+std::string CopiedHeader(const std::vector<std::string>& lines);
 
 // What makes the rows of a map (from 1). `cells` are the `width` numbers of the row.
 struct RowSteps {
@@ -84,5 +98,28 @@ struct RowSteps {
 // one of the sources; it stays when a step fails or `progress` wants to stop.
 [[nodiscard]] Outcome<> WriteMap(const MapToWrite& map, const RowSteps& steps,
                                  ProgressSink& progress);
+
+// One of several maps that are made of the same cells.
+struct MapOfSeveral {
+  std::string path;
+  std::string header;  // with its line ends
+};
+
+struct SeveralMaps {
+  std::vector<MapOfSeveral> maps;
+  int nrows = 0;
+  std::size_t width = 0;  // as in MapToWrite
+};
+
+// As RowSteps; `texts` are those of the maps, in their order.
+struct SeveralRowSteps {
+  std::function<Outcome<>(int row, std::span<double> cells)> read;
+  std::function<void(int row, std::span<double> cells, std::span<RowText> texts)> make;
+};
+
+// Writes all of them in one pass. Their files stay open meanwhile. They move into place at the end,
+// one after the other: when a step fails, or `progress` wants to stop, all old files stay.
+[[nodiscard]] Outcome<> WriteMaps(const SeveralMaps& maps, const SeveralRowSteps& steps,
+                                  ProgressSink& progress);
 
 }  // namespace ormel

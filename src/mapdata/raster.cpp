@@ -151,6 +151,20 @@ Outcome<> TakeCells(CellSource& source, ProgressSink& progress, Take take) {
   }
 }
 
+// The range of all cells to the end of the file.
+Outcome<ValueRange> ScanValues(const fs::path& path, ProgressSink& progress) {
+  const int lines = CountHeaderLines(path);
+  Outcome<CellSource> source = CellSource::Open(path, lines);
+  if (!source.Ok()) return source.Stop();
+  ValueRange range(NoDataOf(source.Value(), lines).value_or(kNoNoData));
+  const Outcome<> done = TakeCells(source.Value(), progress, [&](std::span<const double> cells) {
+    range.Add(cells);
+    return true;
+  });
+  if (!done.Ok()) return done.Stop();
+  return range;
+}
+
 }  // namespace
 
 RasterRead ReadRaster(const fs::path& path, ProgressSink& progress) {
@@ -202,16 +216,15 @@ RasterRange ValueRange::Range() const {
 }
 
 Outcome<RasterRange> ScanRasterRange(const fs::path& path, ProgressSink& progress) {
-  const int lines = CountHeaderLines(path);
-  Outcome<CellSource> source = CellSource::Open(path, lines);
-  if (!source.Ok()) return source.Stop();
-  ValueRange range(NoDataOf(source.Value(), lines).value_or(kNoNoData));
-  const Outcome<> done = TakeCells(source.Value(), progress, [&](std::span<const double> cells) {
-    range.Add(cells);
-    return true;
-  });
-  if (!done.Ok()) return done.Stop();
-  return range.Range();
+  const Outcome<ValueRange> range = ScanValues(path, progress);
+  if (!range.Ok()) return range.Stop();
+  return range.Value().Range();
+}
+
+Outcome<Extremes> ScanExtremes(const fs::path& path, ProgressSink& progress) {
+  const Outcome<ValueRange> range = ScanValues(path, progress);
+  if (!range.Ok()) return range.Stop();
+  return range.Value().All();
 }
 
 Outcome<bool> IsValidConstraintFile(const fs::path& path, ProgressSink& progress) {

@@ -45,6 +45,7 @@ class ValueRange {
   explicit ValueRange(double nodata) : nodata_(nodata) {}  // kNoNoData: every value counts
 
   void Add(std::span<const double> values);
+  Extremes All() const { return values_.All(); }
   RasterRange Range() const;
 
  private:
@@ -87,6 +88,11 @@ struct RasterCellsRead {
 // The range of all cells to the end of the file, whatever size the header gives.
 [[nodiscard]] Outcome<RasterRange> ScanRasterRange(const std::filesystem::path& path,
                                                    ProgressSink& progress);
+
+// The same as it stands: nothing is there when the map has no value, and a map with a single value
+// has it twice.
+[[nodiscard]] Outcome<Extremes> ScanExtremes(const std::filesystem::path& path,
+                                             ProgressSink& progress);
 
 // Whether every cell is 0, 1 or NODATA. Fails when the file cannot be read or holds no number.
 [[nodiscard]] Outcome<bool> IsValidConstraintFile(const std::filesystem::path& path,

@@ -53,10 +53,10 @@ std::string HeaderText(HeaderStyle style, const HeaderValues& values) {
   return text;
 }
 
-char* RowText::Room() {
-  if (buffer_.size() - used_ < kNumberTextLimit + 1) {
+char* RowText::Room(std::size_t bytes) {
+  if (buffer_.size() - used_ < bytes + 1) {
     constexpr std::size_t kSmallestBuffer = 4096;
-    buffer_.resize(std::max(2 * buffer_.size(), kSmallestBuffer));
+    buffer_.resize(std::max(2 * buffer_.size() + bytes, kSmallestBuffer));
   }
   char* place = buffer_.data() + used_;
   *place = ' ';
@@ -70,6 +70,10 @@ void RowText::Add(double value) { Keep(WriteNumber(Room(), value)); }
 void RowText::Add(float value) { Keep(WriteNumber(Room(), value)); }
 
 void RowText::AddRounded(double value, int places) { Keep(WriteRounded(Room(), value, places)); }
+
+void RowText::AddText(std::string_view text) {
+  Keep(std::copy(text.begin(), text.end(), Room(text.size())));
+}
 
 // The row stands in the buffer with a blank before each value. Those of the other form are the same
 // row without its first blank and with one more at the end.

@@ -46,12 +46,14 @@ class RowText {
   void Add(double value);
   void Add(float value);
   void AddRounded(double value, int places);  // the text of HalfEvenRound(value, places)
+  void AddText(std::string_view text);        // as it stands
 
   // Ends the row. The text is valid until the next Add; the row after it begins empty.
   std::string_view Finish();
 
  private:
-  char* Room();                // where the next value goes, behind a blank
+  // Where the next value goes, behind a blank, with so many bytes to use.
+  char* Room(std::size_t bytes = kNumberTextLimit);
   void Keep(const char* end);  // the row now ends there
 
   RowForm form_;

@@ -10,20 +10,19 @@ FolderChoice::FolderChoice(ui::Window& window, ui::Desktop& desktop, NewFolders 
     : Drive(window, "Drive"),
       Dir(window, "Dir"),
       cmdCreateFold(window, "cmdCreateFold", "Create Folder"),
-      desktop_(desktop) {
+      desktop_(desktop),
+      drive_(Drive.Drive()) {
   cmdCreateFold.SetVisible(newFolders == NewFolders::kOffered);
   cmdCreateFold.SetToolTip("Make a new folder in this one");
   cmdCreateFold.onClick = [this] { Create(); };
-  Drive.onChange = [this] {
-    Dir.SetFolder(Drive.Drive());
-    Tell();
-  };
+  Drive.onChange = [this] { GoToDrive(); };
   Dir.onChange = [this] { Tell(); };
 }
 
 void FolderChoice::SetFolder(const std::string& folder) {
   // The drive or root on which it lies: the text up to its first separator.
-  Drive.SetDrive(folder.substr(0, folder.find_first_of("/\\") + 1));
+  drive_ = folder.substr(0, folder.find_first_of("/\\") + 1);
+  Drive.SetDrive(drive_);
   Dir.SetFolder(folder);
 }
 
@@ -33,6 +32,20 @@ ui::LayoutItem FolderChoice::Area() {
 
 void FolderChoice::Tell() {
   if (onChange) onChange();
+}
+
+// A place may be gone, or may not be read: a stick that was pulled out, another person's folder.
+void FolderChoice::GoToDrive() {
+  std::error_code error;
+  const std::filesystem::directory_iterator inside(Drive.Drive(), error);
+  if (error) {
+    Drive.SetDrive(drive_);
+    desktop_.Message("Drive not Available!");
+    return;
+  }
+  drive_ = Drive.Drive();
+  Dir.SetFolder(drive_);
+  Tell();
 }
 
 // The new folder is in sight, and the person stays in the old one.

@@ -30,9 +30,11 @@ class FolderChoice {
 
  private:
   void Create();
+  void GoToDrive();
   void Tell();
 
   ui::Desktop& desktop_;
+  std::string drive_;  // the last one that could be read
 };
 
 }  // namespace ormel

@@ -5,6 +5,11 @@
 #include "mce/linear/model_builder_window.h"
 #include "mce/model_session.h"
 #include "mce/nonlinear/nonlinear_builder_window.h"
+#include "rastertools/class_map_window.h"
+#include "rastertools/data_prep_window.h"
+#include "rastertools/map_algebra_window.h"
+#include "rastertools/map_stats_window.h"
+#include "rastertools/step_maps_window.h"
 #include "shell/about_window.h"
 #include "shell/file_opening.h"
 #include "shell/help_window.h"
@@ -50,7 +55,7 @@ FrmMain::FrmMain(AppContext& app, SavedDesktop& saved)
     OpenHelp(*desktop).ShowAbout(window.Name());
   });
   ShowSession();
-  ShowBuilderChoice();
+  ShowChoices();
 }
 
 FrmMain::~FrmMain() {
@@ -92,6 +97,15 @@ std::vector<ui::MenuSpec> FrmMain::Menus() {
             {"mSaveMCE", "&Save", "Ctrl+S", Run(&FrmMain::mSaveMCE), {}},
             {"mSaveAsMCE", "Save As", "", Run(&FrmMain::mSaveAsMCE), {}},
             {"mClose", "Close", "", Run(&FrmMain::mClose), {}}}},
+          {"mTools",
+           "&Tools",
+           "",
+           {},
+           {{"mDPrep", "Data &Prep", "", Run(&FrmMain::mDPrep), {}},
+            {"mMapStats", "Map Statistics", "", Run(&FrmMain::mMapStats), {}},
+            {"mMapAlgebra", "Map Algebra", "", Run(&FrmMain::mMapAlgebra), {}},
+            {"mClass", "Create Map from Class Data", "", Run(&FrmMain::mClass), {}},
+            {"mGenFCSV", "Generate Time Step Maps from CSV", "", Run(&FrmMain::mGenFCSV), {}}}},
           {"mViewer",
            "&Viewer",
            "",
@@ -112,24 +126,35 @@ std::vector<ui::MenuSpec> FrmMain::Menus() {
 // Buttons are known by fixed numbers, whichever of them there are.
 std::vector<ui::ToolSpec> FrmMain::Tools() {
   return {{1, "Viewer", "viewer.svg", Run(&FrmMain::mNewView), {}},
-          {7, "Model Builder", "model-builder.svg", [this] { StartFromToolbar(builder_); },
-           BuilderMenu()}};
+          {3, "Data Preparation", "data-preparation.svg", Run(&FrmMain::mDPrep), {}},
+          {4, "Raster Tools", "raster-tools.svg", [this] { StartRasterTool(rasterTool_); },
+           ChoiceMenu(RasterTools(), rasterTool_, &FrmMain::StartRasterTool)},
+          {7, "Model Builder", "model-builder.svg", [this] { StartBuilder(builder_); },
+           ChoiceMenu(Builders(), builder_, &FrmMain::StartBuilder)}};
 }
 
-std::vector<FrmMain::Builder> FrmMain::Builders() {
+std::vector<FrmMain::Choice> FrmMain::Builders() {
   return {{"Single Pass Linear", &FrmMain::mBuild}, {"Single Pass Non-Linear", &FrmMain::mBuildC}};
 }
 
-std::vector<ui::MenuSpec> FrmMain::BuilderMenu() {
+std::vector<FrmMain::Choice> FrmMain::RasterTools() {
+  return {{"Map Statistics", &FrmMain::mMapStats},
+          {"Map Algebra", &FrmMain::mMapAlgebra},
+          {"Create Maps from Class Data", &FrmMain::mClass},
+          {"Create Time-Step Maps from CSV", &FrmMain::mGenFCSV}};
+}
+
+std::vector<ui::MenuSpec> FrmMain::ChoiceMenu(const std::vector<Choice>& choices, int& chosen,
+                                              void (FrmMain::*start)(int number)) {
   std::vector<ui::MenuSpec> menu;
-  for (const Builder& builder : Builders()) {
+  for (const Choice& choice : choices) {
     const int number = static_cast<int>(menu.size()) + 1;
-    const auto choose = [this, number] {
-      builder_ = number;
-      ShowBuilderChoice();
-      StartFromToolbar(number);
+    const auto choose = [this, number, start, &chosen] {
+      chosen = number;
+      ShowChoices();
+      (this->*start)(number);
     };
-    menu.push_back({"", builder.caption, "", choose, {}});
+    menu.push_back({"", choice.caption, "", choose, {}});
   }
   return menu;
 }
@@ -184,15 +209,26 @@ void FrmMain::GoToWindow(int number) {
 
 // The button asks by itself before the command does: a model that the person then keeps after all
 // is asked about once more.
-void FrmMain::StartFromToolbar(int builder) {
+void FrmMain::StartBuilder(int number) {
   if (!CloseCurMCE()) return;
-  (this->*Builders()[static_cast<std::size_t>(builder - 1)].start)();
+  (this->*Builders()[static_cast<std::size_t>(number - 1)].start)();
 }
 
-void FrmMain::ShowBuilderChoice() {
+void FrmMain::StartRasterTool(int number) {
+  (this->*RasterTools()[static_cast<std::size_t>(number - 1)].start)();
+}
+
+void FrmMain::ShowChoices() {
+  const struct {
+    const char* button;
+    int chosen;
+  } choices[] = {{"TBMain(4)", rasterTool_}, {"TBMain(7)", builder_}};
   for (const auto& button : TBMain.Buttons()) {
-    for (std::size_t i = 0; i < button->Menu().size(); ++i) {
-      button->Menu()[i]->SetChecked(static_cast<int>(i) + 1 == builder_);
+    for (const auto& [name, chosen] : choices) {
+      if (button->Name() != name) continue;
+      for (std::size_t i = 0; i < button->Menu().size(); ++i) {
+        button->Menu()[i]->SetChecked(static_cast<int>(i) + 1 == chosen);
+      }
     }
   }
 }
@@ -223,6 +259,26 @@ bool FrmMain::QueryClose() {
   if (!alone) mExit();
   return alone;
 }
+
+// ---- Tools --------------------------------------------------------------------------------------
+
+template <class Tool>
+void FrmMain::OpenTool() {
+  for (ui::Window* window : app_.desktop.OpenWindows()) {
+    if (dynamic_cast<Tool*>(window) != nullptr) return app_.desktop.ShowAgain(*window);
+  }
+  app_.desktop.Show(std::make_unique<Tool>(app_), this);
+}
+
+void FrmMain::mDPrep() { OpenTool<FrmDataPrep>(); }
+
+void FrmMain::mMapStats() { OpenTool<FrmMapStats>(); }
+
+void FrmMain::mMapAlgebra() { OpenTool<FrmMapAlgebra>(); }
+
+void FrmMain::mClass() { OpenTool<FrmClass>(); }
+
+void FrmMain::mGenFCSV() { OpenTool<FrmGenTSMaps>(); }
 
 // ---- Viewers ------------------------------------------------------------------------------------
 

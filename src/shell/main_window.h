@@ -46,25 +46,28 @@ class FrmMain final : public ui::Window {
  private:
   using Command = void (FrmMain::*)();
 
-  // An entry of the toolbar's button for models.
-  struct Builder {
+  // The menu of a toolbar's button, which starts again what was chosen from it last.
+  struct Choice {
     const char* caption;
     Command start;
   };
-  static std::vector<Builder> Builders();
+  static std::vector<Choice> Builders();
+  static std::vector<Choice> RasterTools();
 
   std::vector<ui::MenuSpec> Menus();
   std::vector<ui::ToolSpec> Tools();
   ui::Handler Run(Command command);
   void ShowSession();
-  void ShowBuilderChoice();
-  std::vector<ui::MenuSpec> BuilderMenu();
+  void ShowChoices();
+  std::vector<ui::MenuSpec> ChoiceMenu(const std::vector<Choice>& choices, int& chosen,
+                                       void (FrmMain::*start)(int number));
   void ListRecent();
   void OpenRecent(const std::string& path);
   bool OpenAs(const std::string& path, std::string_view extension);
   void ListWindows();
   void GoToWindow(int number);
-  void StartFromToolbar(int builder);
+  void StartBuilder(int number);
+  void StartRasterTool(int number);
 
   // The commands of the menu, by the names of their entries.
   void mBuild();
@@ -79,7 +82,15 @@ class FrmMain final : public ui::Window {
   void mAbout();
 
   void mNewView();
+  void mDPrep();
+  void mMapStats();
+  void mMapAlgebra();
+  void mClass();
+  void mGenFCSV();
 
+  // Each tool has one window: it comes to the front when it is open.
+  template <class Tool>
+  void OpenTool();
   FrmView& NewView();
   void OpenMap(const std::string& path);
   void TextReceived();
@@ -93,7 +104,9 @@ class FrmMain final : public ui::Window {
   AppContext& app_;
   SavedDesktop& saved_;
   FrmOptions options_{app_};
-  int builder_ = 1;  // the toolbar's button starts this one
+  // What the toolbar's buttons with a menu start, from 1.
+  int builder_ = 1;
+  int rasterTool_ = 1;
 };
 
 }  // namespace ormel

@@ -56,7 +56,7 @@ class DriveList final : public Control {
   const std::string& Drive() const { return drive_; }
   void SetDrive(std::string drive);
 
-  // A person picks a place that exists; onChange.
+  // A person picks a place, which may be gone meanwhile; onChange.
   [[nodiscard]] Outcome<> GoTo(const std::string& drive);
 
   Outcome<> Set(const std::string& value) override { return GoTo(value); }

@@ -65,6 +65,18 @@ void ListBox::SetSelected(const std::vector<int>& indices) {
   Changed();
 }
 
+void ListBox::SetFirstShown(int index) {
+  if (index == firstShown_) return;
+  firstShown_ = index;
+  Changed();
+}
+
+void ListBox::ScrollTo(int index) {
+  if (index == firstShown_) return;
+  firstShown_ = index;
+  Fire(onScroll);
+}
+
 Outcome<> ListBox::Choose(const std::vector<int>& indices) {
   Outcome<> can = CanAct();
   if (!can.Ok()) return can;

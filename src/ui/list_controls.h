@@ -16,8 +16,8 @@ class ListBox : public Control {
       : Control(window, std::move(name)), choice_(choice) {}
 
   bool Multiple() const { return choice_ == Choice::kMultiple; }
-  // Entries that are longer than the list end in dots, and their tool tips hold them whole; else a
-  // list scrolls sideways. Before it is shown.
+  // Of entries that are longer than the list the middle is left out, and their tool tips hold them
+  // whole; else a list scrolls sideways. Before it is shown.
   bool Shortened() const { return shortened_; }
   void SetShortened(bool shortened) { shortened_ = shortened; }
 
@@ -37,6 +37,13 @@ class ListBox : public Control {
   std::string SelectedText() const;  // of the first selected entry; empty: none
   void SetSelected(const std::vector<int>& indices);
 
+  // The entry at the top of what is seen, from 1.
+  int FirstShown() const { return firstShown_; }
+  void SetFirstShown(int index);
+  // A person scrolls.
+  void ScrollTo(int index);
+  Handler onScroll;
+
   // A person's choice; onSelect when it differs. Refuses several entries of a single-choice list.
   [[nodiscard]] Outcome<> Choose(const std::vector<int>& indices);
 
@@ -51,6 +58,7 @@ class ListBox : public Control {
  private:
   const Choice choice_;
   bool shortened_ = false;
+  int firstShown_ = 1;
   std::vector<std::string> items_;
   std::vector<bool> selected_;
 };

@@ -121,5 +121,42 @@ TEST_P(FileWriting, RefusesWhatCannotBeWritten) {
 INSTANTIATE_TEST_SUITE_P(, FileWriting,
                          ::testing::Values(TemporaryFile::kWithoutName, TemporaryFile::kNamed));
 
+// ---- Through a working file ---------------------------------------------------------------------
+
+TEST(WorkingFile, IsThereForTheLengthOfTheWorkAndNeverOverAnother) {
+  const TemporaryFolder folder;
+  const TemporaryFolder workshop;
+  const fs::path path = folder.Write("map.asc", "old");
+  workshop.Write("temp999", "mine");
+  for (const bool stopped : {true, false}) {
+    Outcome<FileWriter> writer = FileWriter::OpenThrough(path, workshop / "temp999");
+    ASSERT_TRUE(writer.Ok());
+    writer.Value().Write("new");
+    EXPECT_TRUE(fs::exists(workshop / "temp9992"));
+    EXPECT_EQ(ReadText(path), "old");
+    const Outcome<> ended = stopped ? Outcome<>(Cancelled{}) : writer.Value().Commit();
+    EXPECT_EQ(ended.Ok(), !stopped) << ended.Text();
+  }
+  EXPECT_EQ(ReadText(path), "new");
+  EXPECT_EQ(ReadText(workshop / "temp999"), "mine");
+  EXPECT_EQ(workshop.Entries(), 1);
+  EXPECT_EQ(folder.Entries(), 1);
+}
+
+TEST(WorkingFile, MayLieOnAnotherDiskOrHaveNoPlace) {
+  const TemporaryFolder folder;
+  const fs::path path = folder / "map.asc";
+  const fs::path memory = "/dev/shm/ormel-test-" + std::to_string(getpid());
+  for (const fs::path& working : {memory, fs::path("/no/such/folder/temp999")}) {
+    Outcome<FileWriter> writer = FileWriter::OpenThrough(path, working);
+    ASSERT_TRUE(writer.Ok());
+    writer.Value().Write(working.string());
+    EXPECT_TRUE(writer.Value().Commit().Ok());
+    EXPECT_EQ(ReadText(path), working.string());
+    EXPECT_FALSE(fs::exists(working));
+    EXPECT_EQ(folder.Entries(), 1);
+  }
+}
+
 }  // namespace
 }  // namespace ormel

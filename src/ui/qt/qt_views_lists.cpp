@@ -3,6 +3,7 @@
 #include <QItemSelectionModel>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QScrollBar>
 #include <algorithm>
 
 #include "ui/list_controls.h"
@@ -18,7 +19,13 @@ class ListView final : public ViewOfKind<ListBox, ListWidget> {
       : ViewOfKind(window, control, new ListWidget(parent)) {
     The().setSelectionMode(control.Multiple() ? QListView::ExtendedSelection
                                               : QListView::SingleSelection);
-    if (control.Shortened()) The().setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    if (control.Shortened()) {
+      The().setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+      The().setTextElideMode(Qt::ElideMiddle);
+    }
+    The().setVerticalScrollMode(QListView::ScrollPerItem);
+    connect(The().verticalScrollBar(), &QScrollBar::valueChanged, this,
+            [this](int top) { Tell([top](ListBox& list) { list.ScrollTo(top + 1); }); });
     connect(The().selectionModel(), &QItemSelectionModel::selectionChanged, this,
             [this] { Act([&](ListBox& list) { return list.Choose(SelectedOnScreen()); }); });
     connect(&The(), &QListView::clicked, this, [this] { Act(&ListBox::Click); });
@@ -40,6 +47,8 @@ class ListView final : public ViewOfKind<ListBox, ListWidget> {
     The().Entries().Show(TheControl().Items());
     const std::vector<int> selected = TheControl().Selected();
     if (selected != SelectedOnScreen()) Select(selected);
+    // Another list that scrolls with this one may have moved it.
+    if (TheControl().onScroll) The().verticalScrollBar()->setValue(TheControl().FirstShown() - 1);
   }
 
   void Select(const std::vector<int>& selected) {
