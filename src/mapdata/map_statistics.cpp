@@ -105,7 +105,7 @@ Outcome<MapDistribution> DistributionOf(const MapToCount& map, const MapStatsRec
   double squares = 0;
   const Outcome<> counted = CountValues(map, progress, [&](double value) {
     squares += (value - *figures.mean) * (value - *figures.mean);
-    const double category = HalfEvenRound(kCategories * (value - minimum) / range);
+    const double category = RoundSmall(kCategories * (value - minimum) / range);
     // A flat map has no categories; a file that changed since the first pass may leave the range.
     if (!(category >= 0 && category <= kCategories)) return;
     ++distribution.histogram[static_cast<std::size_t>(category)];

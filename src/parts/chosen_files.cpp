@@ -35,10 +35,12 @@ void ChosenFiles::Add() {
   const auto choice = desktop_.OpenFile(spec_.dialog());
   if (!choice) return;
   for (const std::string& path : choice->paths) Offer(path);
+  if (onAdded) onAdded();
 }
 
 void ChosenFiles::AddAll(const ui::FileList& folder) {
   for (const std::string& name : folder.Items()) Offer(JoinPath(folder.Folder(), name));
+  if (onAdded) onAdded();
 }
 
 void ChosenFiles::MoveSelected(int places) {

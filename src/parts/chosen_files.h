@@ -32,6 +32,7 @@ class ChosenFiles {
   // Decides what becomes of a file that a person adds, with AddFile() or a message. Without it
   // every file joins.
   std::function<void(const std::string& path)> onAdd;
+  ui::Handler onAdded;    // a person added some, and all of them were decided on
   ui::Handler onRemoved;  // a person removed some
 
   const std::vector<std::string>& Paths() const { return list.Items(); }

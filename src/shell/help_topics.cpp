@@ -17,6 +17,12 @@ constexpr HelpTopic kTopics[] = {
     {"frmBuildC", "nonlinear-models.md", "the-builder"},
     {"frmWeight", "nonlinear-models.md", "the-graph-editor"},
     {"frmDrawC", "nonlinear-models.md", "the-viewer"},
+    {"frmDataPrep", "raw-maps.md", "one-grid-trimming"},
+    {"frmTrim", "raw-maps.md", "one-grid-trimming"},
+    {"frmMapStats", "raw-maps.md", "map-statistics"},
+    {"frmMapAlgebra", "raw-maps.md", "map-algebra"},
+    {"frmClass", "raw-maps.md", "values-for-classes"},
+    {"frmGenTSMaps", "raw-maps.md", "one-map-for-each-time-step"},
     {"frmView", "viewer.md", ""},
     {"frmMetric", "viewer.md", "measuring"},
 };

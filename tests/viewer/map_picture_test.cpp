@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "support/temporary_folder.h"
-#include "viewer/viewer_maps.h"
+#include "support/map_text.h"
 
 namespace ormel {
 namespace {

@@ -8,7 +8,7 @@
 #include "mce/model_session.h"
 #include "support/temporary_folder.h"
 #include "ui/headless/headless_desktop.h"
-#include "viewer/viewer_maps.h"
+#include "support/map_text.h"
 
 namespace ormel {
 namespace {

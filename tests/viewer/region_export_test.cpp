@@ -4,7 +4,7 @@
 
 #include "support/small_disk.h"
 #include "support/temporary_folder.h"
-#include "viewer/viewer_maps.h"
+#include "support/map_text.h"
 
 namespace ormel {
 namespace {

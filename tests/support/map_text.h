@@ -1,4 +1,4 @@
-// Small map files for the tests of the viewer.
+// Small map files.
 #pragma once
 
 #include <optional>

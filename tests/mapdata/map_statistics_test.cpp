@@ -5,7 +5,7 @@
 #include <cmath>
 
 #include "support/temporary_folder.h"
-#include "viewer/viewer_maps.h"
+#include "support/map_text.h"
 
 namespace ormel {
 namespace {
