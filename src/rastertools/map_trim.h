@@ -30,8 +30,6 @@ struct MapBounds {
 
 MapBounds BoundsOf(const std::string& path);
 
-enum class TrimTo { kSingleMap, kIntersection, kUnion };
-
 // What all of the maps cover, or what any of them does; empty when they do not meet. Needs: at
 // least one map.
 MapRectangle Intersection(std::span<const MapBounds> maps);

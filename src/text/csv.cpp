@@ -1,6 +1,9 @@
 #include "text/csv.h"
 
-#include <algorithm>
+#include <utility>
+
+#include "text/numbers.h"
+#include "text/token_reader.h"
 
 namespace ormel {
 
@@ -20,6 +23,24 @@ std::string_view CsvField(std::string_view line, int position) {
     line.remove_prefix(comma + 1);
   }
   return position == 1 ? line.substr(0, line.find(',')) : kMissingField;
+}
+
+std::string_view WithoutBlanks(std::string_view text) {
+  while (!text.empty() && IsBlank(text.front())) text.remove_prefix(1);
+  while (!text.empty() && IsBlank(text.back())) text.remove_suffix(1);
+  return text;
+}
+
+Outcome<std::vector<std::string>> ReadCsvLines(const std::filesystem::path& path) {
+  Outcome<TokenReader> file = TokenReader::Open(path);
+  if (!file.Ok()) return file.Stop();
+  std::vector<std::string> lines;
+  for (std::string line; file.Value().ReadLine(line);) {
+    if (line.starts_with("\xEF\xBB\xBF")) line.erase(0, 3);
+    lines.push_back(std::move(line));
+  }
+  if (!file.Value().Error().empty()) return Failure{FailureKind::kDisk, file.Value().Error()};
+  return lines;
 }
 
 }  // namespace ormel

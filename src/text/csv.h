@@ -1,7 +1,12 @@
 // Rows of comma-separated tables. A line is split at its commas; there is no quoting.
 #pragma once
 
+#include <filesystem>
+#include <string>
 #include <string_view>
+#include <vector>
+
+#include "base/outcome.h"
 
 namespace ormel {
 
@@ -13,5 +18,12 @@ int CsvFieldIndex(std::string_view header, std::string_view name);
 
 // The field at `position`, from 1, as it stands; kMissingField when the row has fewer.
 std::string_view CsvField(std::string_view line, int position);
+
+// The text without the blanks around it.
+std::string_view WithoutBlanks(std::string_view text);
+
+// The lines of a table, whatever their ends, without the marks of an encoding that spreadsheets put
+// in front of some. Fails when the file cannot be read.
+[[nodiscard]] Outcome<std::vector<std::string>> ReadCsvLines(const std::filesystem::path& path);
 
 }  // namespace ormel

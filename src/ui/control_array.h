@@ -21,6 +21,13 @@ class ControlArray {
     Resize(count);
   }
 
+  ControlArray(const ControlArray&) = delete;
+  ControlArray& operator=(const ControlArray&) = delete;
+  // From the back, where a window finds them at once.
+  ~ControlArray() {
+    while (!controls_.empty()) controls_.pop_back();
+  }
+
   int First() const { return first_; }
   int Count() const { return static_cast<int>(controls_.size()); }
   int Last() const { return first_ + Count() - 1; }

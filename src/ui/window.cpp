@@ -69,7 +69,9 @@ void Window::Leave(Control& control) {
   // A removed control may have a successor of the same name.
   const auto found = byName_.find(control.Name());
   if (found != byName_.end() && found->second == &control) byName_.erase(found);
-  std::erase(controls_, &control);
+  // The last ones leave first, as a rule.
+  const auto last = std::find(controls_.rbegin(), controls_.rend(), &control);
+  if (last != controls_.rend()) controls_.erase(std::next(last).base());
   if (firstFocus_ == &control) firstFocus_ = nullptr;
 }
 

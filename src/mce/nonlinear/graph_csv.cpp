@@ -7,8 +7,8 @@
 #include <string_view>
 
 #include "base/file_writer.h"
+#include "text/csv.h"
 #include "text/numbers.h"
-#include "text/token_reader.h"
 
 namespace ormel {
 namespace {
@@ -16,8 +16,7 @@ namespace {
 constexpr int kLimitPlaces = 3;
 
 std::string_view Bare(std::string_view item) {
-  while (!item.empty() && IsBlank(item.front())) item.remove_prefix(1);
-  while (!item.empty() && IsBlank(item.back())) item.remove_suffix(1);
+  item = WithoutBlanks(item);
   const bool quoted = item.size() >= 2 && item.front() == '"' && item.back() == '"';
   return quoted ? item.substr(1, item.size() - 2) : item;
 }
@@ -51,16 +50,10 @@ double SpreadValue(std::span<const double> values, int i, int n) {
 }  // namespace
 
 Outcome<std::vector<double>> ReadCsvNumbers(const std::filesystem::path& path) {
-  Outcome<TokenReader> file = TokenReader::Open(path);
-  if (!file.Ok()) return file.Stop();
+  const Outcome<std::vector<std::string>> lines = ReadCsvLines(path);
+  if (!lines.Ok()) return lines.Stop();
   std::vector<double> numbers;
-  std::string line;
-  while (file.Value().ReadLine(line)) {
-    // Spreadsheets put a mark of their encoding in front of the first number.
-    if (line.starts_with("\xEF\xBB\xBF")) line.erase(0, 3);
-    AddNumbers(line, numbers);
-  }
-  if (!file.Value().Error().empty()) return Failure{FailureKind::kDisk, file.Value().Error()};
+  for (const std::string& line : lines.Value()) AddNumbers(line, numbers);
   return numbers;
 }
 
