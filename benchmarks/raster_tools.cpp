@@ -80,6 +80,7 @@ std::vector<Job> Jobs() {
       {"table to 24 maps",
        "click frmMain.mGenFCSV\nset frmGenTSMaps.txtFactor classes.asc\n"
        "set frmGenTSMaps.txtCSV steps.csv\nset frmGenTSMaps.Dir out\n"
+       "click frmGenTSMaps.ckClassData\n"
        "click frmGenTSMaps.cmdWrite\n",
        {"classes.asc"},
        "out/01.asc"},
