@@ -91,7 +91,7 @@ void FrmMapStats::PickConstraint() {
 }
 
 // A bad one leaves the one before in use.
-void FrmMapStats::UseConstraint(const std::string& path) {
+void FrmMapStats::UseConstraint(std::string path) {
   txtConstraint.SetText(constraint_);
   if (path == constraint_) return;
   if (!path.empty()) {
@@ -100,8 +100,8 @@ void FrmMapStats::UseConstraint(const std::string& path) {
     if (valid.WasCancelled()) return;
     if (!valid.Ok() || !valid.Value()) return app_.desktop.Message("Bad Constraint!");
   }
-  constraint_ = path;
-  txtConstraint.SetText(path);
+  constraint_ = std::move(path);
+  txtConstraint.SetText(constraint_);
   ShowSelected();
 }
 

@@ -50,7 +50,7 @@ class FrmMapStats final : public ui::Window {
   void LayOut();
   void AddByDrop(const std::string& path);
   void PickConstraint();
-  void UseConstraint(const std::string& path);
+  void UseConstraint(std::string path);
 
   // The first selected map; empty: none.
   std::string Selected() const { return files.list.SelectedText(); }
