@@ -12,6 +12,9 @@ namespace {
 
 constexpr double kScaledMaximum = 255;
 
+// A row whose class is no number has no cells.
+bool HasCells(const ClassRow& row) { return IsNumeric(WithoutBlanks(row.classText)); }
+
 double ValueOf(const ClassRow& row) { return TextToNumber(row.classText); }
 
 }  // namespace
@@ -22,8 +25,9 @@ void ClassTable::SetClasses(const std::vector<double>& values) {
 }
 
 int ClassTable::RowOf(double value) const {
-  const auto found = std::find_if(rows_.begin(), rows_.end(),
-                                  [=](const ClassRow& row) { return ValueOf(row) == value; });
+  const auto found = std::find_if(rows_.begin(), rows_.end(), [=](const ClassRow& row) {
+    return HasCells(row) && ValueOf(row) == value;
+  });
   return found == rows_.end() ? 0 : static_cast<int>(found - rows_.begin()) + 1;
 }
 
@@ -78,7 +82,9 @@ void ClassTable::TakeCsv(std::span<const std::string> lines) {
     if (entry == rowOf.size()) rowOf.push_back(row);
     return rowOf[entry];
   };
-  for (std::size_t i = 0; i < before; ++i) entryOf(ValueOf(rows_[i]), i);
+  for (std::size_t i = 0; i < before; ++i) {
+    if (HasCells(rows_[i])) entryOf(ValueOf(rows_[i]), i);
+  }
   for (const std::string& line : lines) {
     const std::string_view classText = WithoutBlanks(CsvField(line, 1));
     if (!IsNumeric(classText)) continue;
@@ -97,7 +103,7 @@ void ClassTable::TakeCsv(std::span<const std::string> lines) {
 ClassOutputs::ClassOutputs(const std::vector<ClassRow>& rows) {
   for (const ClassRow& row : rows) {
     std::string output(WithoutBlanks(row.output));
-    if (output.empty()) continue;
+    if (output.empty() || !HasCells(row)) continue;
     const int entry = lookup_.Add(ValueOf(row));
     if (static_cast<std::size_t>(entry) == texts_.size()) texts_.push_back(std::move(output));
   }

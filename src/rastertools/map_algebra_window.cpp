@@ -20,6 +20,7 @@ ChosenFilesSpec SideSpec(int number) {
   spec.list = "lstFiles" + index;
   spec.add = "cmdAdd" + index;
   spec.remove = "cmdRemove" + index;
+  spec.addCaption = number == 0 ? "&Add..." : "A&dd...";
   spec.dialog = [] {
     return ui::FileDialog{"Add Maps", "ASCII Raster (.asc)|*.asc", "",  "",
                           "",         ui::FileKind::kMaps,         true};
@@ -80,21 +81,21 @@ void FrmMapAlgebra::ConnectNames() {
   }
 }
 
-ui::LayoutItem FrmMapAlgebra::ListArea(const char* title, ChosenFiles& files, int number) {
-  return ui::Column{title, ui::Share(1, files.list),
-                    ui::Row{files.cmdAdd, files.cmdRemove, ui::Stretch{}},
-                    ui::Row{cmdClear(number), ui::Stretch{}, "Order:", spSHP(number)}};
+ui::LayoutItem FrmMapAlgebra::ListButtons(const char* title, ChosenFiles& files, int number) {
+  return ui::Row{title,    files.cmdAdd,  files.cmdRemove, cmdClear(number),
+                 "Order:", spSHP(number), ui::Stretch{}};
 }
 
+// The lists are of one height, so that they are read across wherever they are scrolled to.
 void FrmMapAlgebra::LayOut() {
   using ui::Column, ui::Frame, ui::Row, ui::Share, ui::Stretch;
   SetLayout(Column{
-      Share(3, Row{Share(4, ListArea("&First input", left, 0)),
+      Share(3, Row{Share(4, Column{"First input", Share(1, left.list)}),
                    Frame{"Operation", Stretch{}, optOP, Stretch{}},
-                   Share(4, ListArea("&Second input", right, 1)),
+                   Share(4, Column{"Second input", Share(1, right.list)}),
                    Share(4, Column{"Output", Share(1, lstOutput)}),
                    Share(2, Column{"Will be", Share(1, lstNote)})}),
-      lblPairs,
+      lblPairs, Row{ListButtons("&First:", left, 0), ListButtons("&Second:", right, 1)},
       Share(2, Row{Share(1, Frame{"Output Folder", folder.Area()}),
                    Share(1, Column{Frame{"Root File Name", Row{optRFN(0), optRFN(1), Stretch{}}},
                                    Frame{"Before and Behind It", Row{ckAppend(0), txtAppend(0)},

@@ -39,7 +39,7 @@ class FrmMapAlgebra final : public ui::Window {
   void ConnectLists();
   void ConnectNames();
   void LayOut();
-  ui::LayoutItem ListArea(const char* title, ChosenFiles& files, int number);
+  ui::LayoutItem ListButtons(const char* title, ChosenFiles& files, int number);
 
   void Clear(ChosenFiles& files);
   void Spin(ChosenFiles& files, int number);

@@ -161,7 +161,7 @@ void FrmMapStats::ShowHistogram() {
   };
   lblXMin.SetCaption(text(summary.minimum));
   lblXMax.SetCaption(text(summary.maximum));
-  lblYMax.SetCaption(largest > 0 ? std::to_string(largest) : "");
+  lblYMax.SetCaption(summary.cellCount > 0 ? std::to_string(largest) : "");
   Chart shown;
   if (largest > 0) {
     shown.x = NumberAxis("Category");

@@ -59,7 +59,9 @@ void FrmGenTSMaps::LayOut() {
                                    Share(1, Frame{"Values", ckClassData,
                                                   "&Row of the table:", Share(1, lstRows)})}),
                    Share(3, Frame{"Output Folder", folder.Area()}),
-                   Share(4, Frame{"Files", Share(1, Row{Share(2, lstOutput), Share(1, lstNote)}),
+                   Share(4, Frame{"Files",
+                                  Share(1, Row{Share(2, Column{"Output", Share(1, lstOutput)}),
+                                               Share(1, Column{"Will be", Share(1, lstNote)})}),
                                   lblState})}),
       lblFault, Row{Stretch{}, cmdWrite, cmdExit}});
 }

@@ -48,13 +48,13 @@ TEST_F(ClassMap, FindsEachValueOnceAndAscending) {
 }
 
 TEST_F(ClassMap, ReplacesClassesAndLeavesTheRest) {
-  const std::string map = Map({{1, 2, -9}, {3, 4, 5.5}}, -9);
+  const std::string map = Map({{1, 2, -9}, {3, 0, 5.5}}, -9);
   const std::string header = ReadText(map).substr(0, ReadText(map).find("\r\n "));
   const std::string target = (folder_ / "out.asc").string();
-  const std::vector<ClassRow> table{{"1.0", " 40"}, {"2", "x"},  {"2", "y"},
-                                    {"3", "  "},    {"-9", "0"}, {"5.5", "255"}};
+  const std::vector<ClassRow> table{{"1.0", " 40"}, {"2", "x"},     {"2", "y"}, {"3", "  "},
+                                    {"-9", "0"},    {"5.5", "255"}, {"", "8"}};
   ASSERT_TRUE(WriteClassMap({map, target, table}, quiet_).Ok());
-  EXPECT_EQ(ReadText(target), header + "\r\n 40 x -9\r\n 3 4 255\r\n");
+  EXPECT_EQ(ReadText(target), header + "\r\n 40 x -9\r\n 3 0 255\r\n");
   // Onto itself, through a working file.
   ASSERT_TRUE(WriteClassMap({map, map, table, (folder_ / "w.asc").string()}, quiet_).Ok());
   EXPECT_EQ(ReadText(map), ReadText(target));

@@ -5,6 +5,7 @@
 #include <QLineEdit>
 #include <QScrollBar>
 #include <algorithm>
+#include <utility>
 
 #include "ui/list_controls.h"
 #include "ui/qt/qt_list_view.h"
@@ -24,8 +25,7 @@ class ListView final : public ViewOfKind<ListBox, ListWidget> {
       The().setTextElideMode(Qt::ElideMiddle);
     }
     The().setVerticalScrollMode(QListView::ScrollPerItem);
-    connect(The().verticalScrollBar(), &QScrollBar::valueChanged, this,
-            [this](int top) { Tell([top](ListBox& list) { list.ScrollTo(top + 1); }); });
+    connect(The().verticalScrollBar(), &QScrollBar::valueChanged, this, [this] { TellTop(); });
     connect(The().selectionModel(), &QItemSelectionModel::selectionChanged, this,
             [this] { Act([&](ListBox& list) { return list.Choose(SelectedOnScreen()); }); });
     connect(&The(), &QListView::clicked, this, [this] { Act(&ListBox::Click); });
@@ -45,10 +45,19 @@ class ListView final : public ViewOfKind<ListBox, ListWidget> {
 
   void Show() override {
     The().Entries().Show(TheControl().Items());
+    // The program scrolls, with another list for instance.
+    if (std::exchange(top_, TheControl().FirstShown()) != TheControl().FirstShown()) {
+      The().verticalScrollBar()->setValue(top_ - 1);
+    }
     const std::vector<int> selected = TheControl().Selected();
     if (selected != SelectedOnScreen()) Select(selected);
-    // Another list that scrolls with this one may have moved it.
-    if (TheControl().onScroll) The().verticalScrollBar()->setValue(TheControl().FirstShown() - 1);
+  }
+
+  void TellTop() {
+    Tell([this](ListBox& list) {
+      top_ = The().verticalScrollBar()->value() + 1;
+      list.ScrollTo(top_);
+    });
   }
 
   void Select(const std::vector<int>& selected) {
@@ -67,6 +76,9 @@ class ListView final : public ViewOfKind<ListBox, ListWidget> {
     const QModelIndex first = entries.index(selected.front() - 1);
     model.setCurrentIndex(first, QItemSelectionModel::NoUpdate);
     The().scrollTo(first);
+    // Behind this: what scrolls with the list follows the choice.
+    QMetaObject::invokeMethod(
+        this, [this] { TellTop(); }, Qt::QueuedConnection);
   }
 
   // Return acts as a double click, where that means something.
@@ -78,6 +90,8 @@ class ListView final : public ViewOfKind<ListBox, ListWidget> {
     }
     return View::eventFilter(object, event);
   }
+
+  int top_ = 1;  // the first entry that is seen, as the control knows it
 };
 
 class ComboView final : public ViewOfKind<ComboBox, QComboBox> {

@@ -5,6 +5,7 @@
 #include <QLineEdit>
 #include <QListView>
 #include <QRadioButton>
+#include <QScrollBar>
 #include <functional>
 
 #include "ui/qt/screen_fixture.h"
@@ -239,6 +240,27 @@ TEST_F(ControlsTest, ALongListKeepsItsPlaceAndFillsInOneGo) {
   w.lstMany.SetItems(Log(90000, "new"));
   Settle();
   EXPECT_EQ(list.indexAt({5, 5}).row(), 50000);
+}
+
+TEST_F(ControlsTest, ListsThatAreReadAcrossScrollTogether) {
+  for (ListBox* list : {&w.lstOne, &w.lstMany}) list->SetItems(Log(100, "map"));
+  w.lstOne.onScroll = [this] { w.lstMany.SetFirstShown(w.lstOne.FirstShown()); };
+  w.lstMany.onScroll = [this] { w.lstOne.SetFirstShown(w.lstMany.FirstShown()); };
+  Settle();
+  List(w.lstOne).verticalScrollBar()->setValue(30);
+  Settle();
+  EXPECT_EQ(List(w.lstMany).indexAt({5, 5}).row(), 30);
+  List(w.lstMany).verticalScrollBar()->setValue(20);
+  w.lstMany.SetItem(7, "renamed");
+  Settle();
+  EXPECT_EQ(List(w.lstOne).indexAt({5, 5}).row(), 20);
+  EXPECT_EQ(List(w.lstMany).indexAt({5, 5}).row(), 20);
+  // A choice out of sight comes into sight, in both.
+  w.lstOne.SetSelected({90});
+  Settle();
+  EXPECT_TRUE(List(w.lstOne).viewport()->rect().intersects(
+      List(w.lstOne).visualRect(List(w.lstOne).model()->index(89, 0))));
+  EXPECT_EQ(List(w.lstOne).indexAt({5, 5}).row(), List(w.lstMany).indexAt({5, 5}).row());
 }
 
 }  // namespace
