@@ -9,7 +9,7 @@ std::size_t ValueLookup::SlotOf(double value) const {
   // Fibonacci hashing; adding 0 makes -0 the same as 0.
   const auto bits = std::bit_cast<std::uint64_t>(value + 0.0);
   const int shift = 64 - std::countr_zero(slots_.size());
-  std::size_t slot = static_cast<std::size_t>((bits * 0x9E3779B97F4A7C15u) >> shift);
+  auto slot = static_cast<std::size_t>((bits * 0x9E3779B97F4A7C15u) >> shift);
   while (slots_[slot].entry != kNone && slots_[slot].value != value) {
     slot = (slot + 1) & (slots_.size() - 1);
   }

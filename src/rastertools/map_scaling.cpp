@@ -39,8 +39,8 @@ ScalingRange Joined(const ScalingRange& one, const ScalingRange& other) {
 }
 
 Outcome<> ScaleMap(const ScalingJob& job, ProgressSink& progress) {
-  const Outcome<> range = CheckRange(job);
-  if (!range.Ok()) return range;
+  Outcome<> checked = CheckRange(job);
+  if (!checked.Ok()) return checked;
   Outcome<WholeMap> source = OpenWholeMap(job.source);
   if (!source.Ok()) return source.Stop();
   auto& [frame, rows] = source.Value();

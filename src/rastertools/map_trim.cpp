@@ -37,34 +37,33 @@ class RowCut {
  public:
   RowCut(const TrimmedCells& cells, int sourceColumns, double nodata)
       : nodataText_(NumberText(nodata)) {
-    const double ncols = cells.ncols;
-    before_ = std::clamp(-cells.west, 0.0, ncols);
-    first_ = std::clamp<double>(cells.west, 0, sourceColumns);
-    kept_ = std::clamp<double>(sourceColumns - first_, 0, ncols - before_);
-    behind_ = ncols - before_ - kept_;
+    const double missing = std::clamp(-cells.west, 0.0, cells.ncols);
+    const double cut = std::clamp<double>(cells.west, 0, sourceColumns);
+    before_ = static_cast<std::size_t>(missing);
+    first_ = static_cast<std::size_t>(cut);
+    kept_ =
+        static_cast<std::size_t>(std::clamp<double>(sourceColumns - cut, 0, cells.ncols - missing));
+    behind_ = static_cast<std::size_t>(cells.ncols) - before_ - kept_;
   }
 
   void Make(std::span<const double> row, RowText& text) const {
     AddMissing(before_, text);
-    for (const double cell :
-         row.subspan(static_cast<std::size_t>(first_), static_cast<std::size_t>(kept_))) {
-      text.Add(cell);
-    }
+    for (const double cell : row.subspan(first_, kept_)) text.Add(cell);
     AddMissing(behind_, text);
   }
 
   void MakeMissing(RowText& text) const { AddMissing(before_ + kept_ + behind_, text); }
 
  private:
-  void AddMissing(double count, RowText& text) const {
-    for (double i = 0; i < count; ++i) text.AddText(nodataText_);
+  void AddMissing(std::size_t count, RowText& text) const {
+    while (count-- > 0) text.AddText(nodataText_);
   }
 
   std::string nodataText_;
-  double before_;  // columns that are missing in the west
-  double first_;   // of the source that are left out there
-  double kept_;
-  double behind_;  // that are missing in the east
+  std::size_t before_;  // columns that are missing in the west
+  std::size_t first_;   // of the source that are left out there
+  std::size_t kept_;
+  std::size_t behind_;  // that are missing in the east
 };
 
 HeaderValues HeaderOf(const TrimJob& job, const TrimmedCells& cells, const WholeMap& source) {
@@ -78,6 +77,20 @@ HeaderValues HeaderOf(const TrimJob& job, const TrimmedCells& cells, const Whole
     header.nodata = NumberText(source.rows.NoData());
   }
   return header;
+}
+
+using Chosen = const double& (*)(const double&, const double&);
+
+// Of all western and southern edges those that `low` chooses, of the others those of `high`.
+MapRectangle Combined(std::span<const MapBounds> maps, Chosen low, Chosen high) {
+  MapRectangle edges = maps.front().rectangle;
+  for (const MapBounds& map : maps) {
+    edges.west = low(edges.west, map.rectangle.west);
+    edges.south = low(edges.south, map.rectangle.south);
+    edges.east = high(edges.east, map.rectangle.east);
+    edges.north = high(edges.north, map.rectangle.north);
+  }
+  return edges;
 }
 
 // Where a folder cannot be made, the writer says so.
@@ -106,25 +119,11 @@ MapBounds BoundsOf(const std::string& path) {
 }
 
 MapRectangle Intersection(std::span<const MapBounds> maps) {
-  MapRectangle common = maps.front().rectangle;
-  for (const MapBounds& map : maps) {
-    common.west = std::max(common.west, map.rectangle.west);
-    common.south = std::max(common.south, map.rectangle.south);
-    common.east = std::min(common.east, map.rectangle.east);
-    common.north = std::min(common.north, map.rectangle.north);
-  }
-  return common;
+  return Combined(maps, std::max<double>, std::min<double>);
 }
 
 MapRectangle Union(std::span<const MapBounds> maps) {
-  MapRectangle all = maps.front().rectangle;
-  for (const MapBounds& map : maps) {
-    all.west = std::min(all.west, map.rectangle.west);
-    all.south = std::min(all.south, map.rectangle.south);
-    all.east = std::max(all.east, map.rectangle.east);
-    all.north = std::max(all.north, map.rectangle.north);
-  }
-  return all;
+  return Combined(maps, std::min<double>, std::max<double>);
 }
 
 TrimmedCells CellsInside(const MapBounds& map, const MapRectangle& rectangle) {
@@ -135,7 +134,7 @@ TrimmedCells CellsInside(const MapBounds& map, const MapRectangle& rectangle) {
 
 Outcome<> TrimMap(const TrimJob& job, ProgressSink& progress) {
   const TrimmedCells cells = CellsInside(job.source, job.rectangle);
-  const Outcome<> checked = CheckJob(job, cells);
+  Outcome<> checked = CheckJob(job, cells);
   if (!checked.Ok()) return checked;
   Outcome<WholeMap> opened = OpenWholeMap(job.source.path);
   if (!opened.Ok()) return opened.Stop();

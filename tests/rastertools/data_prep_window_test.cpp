@@ -36,6 +36,7 @@ TEST(DataPrepWindow, AStopLeavesFinishedMapsWholeAndTheOthersAsTheyWere) {
   const std::string map = LargeMap();
   constexpr int kMaps = 6;
   std::vector<std::string> paths;
+  paths.reserve(kMaps);
   for (int i = 0; i < kMaps; ++i) {
     paths.push_back(disk.Write("map" + std::to_string(i) + ".asc", map).string());
   }
