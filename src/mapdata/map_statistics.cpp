@@ -115,4 +115,8 @@ Outcome<MapDistribution> DistributionOf(const MapToCount& map, const MapStatsRec
   return distribution;
 }
 
+std::string FigureText(const std::optional<double>& figure) {
+  return figure ? NumberText(*figure) : std::string();
+}
+
 }  // namespace ormel

@@ -42,4 +42,7 @@ struct MapDistribution {
                                                       const MapStatsRecord& figures,
                                                       ProgressSink& progress);
 
+// A figure as it stands; empty when there is none.
+std::string FigureText(const std::optional<double>& figure);
+
 }  // namespace ormel

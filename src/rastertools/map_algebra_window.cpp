@@ -89,18 +89,23 @@ ui::LayoutItem FrmMapAlgebra::ListButtons(const char* title, ChosenFiles& files,
 // The lists are of one height, so that they are read across wherever they are scrolled to.
 void FrmMapAlgebra::LayOut() {
   using ui::Column, ui::Frame, ui::Row, ui::Share, ui::Stretch;
+  Row operators;
+  for (const auto& option : optOP) operators.items.emplace_back(*option);
+  operators.items.push_back(Stretch{});
   SetLayout(Column{
       Share(3, Row{Share(4, Column{"First input", Share(1, left.list)}),
-                   Frame{"Operation", Stretch{}, optOP, Stretch{}},
+                   Column{Stretch{}, lblOperator, Stretch{}},
                    Share(4, Column{"Second input", Share(1, right.list)}),
+                   Column{Stretch{}, "\u2192", Stretch{}},
                    Share(4, Column{"Output", Share(1, lstOutput)}),
                    Share(2, Column{"Will be", Share(1, lstNote)})}),
-      lblPairs, Row{ListButtons("&First:", left, 0), ListButtons("&Second:", right, 1)},
-      Share(2, Row{Share(1, Frame{"Output Folder", folder.Area()}),
-                   Share(1, Column{Frame{"Root File Name", Row{optRFN(0), optRFN(1), Stretch{}}},
+      Row{ListButtons("&First:", left, 0), ListButtons("&Second:", right, 1)}, lblPairs,
+      Share(2, Row{Share(1, Column{Frame{"Operation", operators},
+                                   Frame{"Root File Name", Row{optRFN(0), optRFN(1), Stretch{}}},
                                    Frame{"Before and Behind It", Row{ckAppend(0), txtAppend(0)},
                                          Row{ckAppend(1), txtAppend(1)}},
-                                   Stretch{}})}),
+                                   Stretch{}}),
+                   Share(1, Frame{"Output Folder", folder.Area()})}),
       Row{Stretch{}, cmdProcess, cmdExit}});
 }
 
@@ -137,11 +142,12 @@ std::vector<MapPair> FrmMapAlgebra::Pairs(bool oneToMany) const {
 
 // Which maps make which file. Those that come to nothing are told before the run is.
 void FrmMapAlgebra::ShowPairs() {
+  lblOperator.SetCaption(optOP(optOP.Chosen()).Caption());
   shown_ = Pairs(MayBeOneToMany());
   std::vector<std::string> names, notes;
   std::unordered_set<std::string> written;
   for (const MapPair& pair : shown_) {
-    names.push_back("= " + FileNamePart(pair.output, true));
+    names.push_back(FileNamePart(pair.output, true));
     notes.push_back(written.insert(pair.output).second
                         ? OutputNote(pair.output, "there: the run stops")
                         : "named twice: the run stops");

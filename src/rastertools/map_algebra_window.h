@@ -23,6 +23,7 @@ class FrmMapAlgebra final : public ui::Window {
   ChosenFiles right;
   ui::ControlArray<ui::Button> cmdClear{*this, "cmdClear", 2, 0};
   ui::ControlArray<ui::SpinButton> spSHP{*this, "spSHP", 2, 0};
+  ui::Label lblOperator{*this, "lblOperator"};  // between the lists
   ui::ListBox lstOutput{*this, "lstOutput"};
   ui::ListBox lstNote{*this, "lstNote"};
   ui::Label lblPairs{*this, "lblPairs"};

@@ -9,15 +9,9 @@ namespace ormel {
 namespace {
 
 constexpr char kLineEnd[] = "\r\n";
+constexpr int kShownPlaces = 5;
 constexpr int kCategoryPlaces = 3;
 constexpr double kHighestCategory = 255;
-
-// Empty for a figure that the map does not have.
-std::string Text(const std::optional<double>& figure) { return figure ? NumberText(*figure) : ""; }
-
-std::string Rounded(const std::optional<double>& figure) {
-  return figure ? NumberText(HalfEvenRound(*figure, kShownPlaces)) : "";
-}
 
 }  // namespace
 
@@ -29,6 +23,10 @@ Outcome<MapFigures> FiguresOf(const MapToCount& map, ProgressSink& progress) {
   const Outcome<MapDistribution> distribution = DistributionOf(map, summary.Value(), second);
   if (!distribution.Ok()) return distribution.Stop();
   return MapFigures{summary.Value(), distribution.Value()};
+}
+
+std::string ShownFigure(const std::optional<double>& figure) {
+  return figure ? NumberText(HalfEvenRound(*figure, kShownPlaces)) : std::string();
 }
 
 CategoryRange RangeOfCategory(const MapStatsRecord& summary, int category) {
@@ -46,10 +44,10 @@ std::string FiguresReport(const MapToCount& map, const MapFigures& figures) {
     std::string value;
   } lines[] = {{"Filename: ", map.path},
                {"Constraint: ", map.constraint},
-               {"Minimum: ", Text(summary.minimum)},
-               {"Maximum: ", Text(summary.maximum)},
-               {"Mean: ", Text(summary.mean)},
-               {"Standard Deviation: ", Text(distribution.standardDeviation)},
+               {"Minimum: ", FigureText(summary.minimum)},
+               {"Maximum: ", FigureText(summary.maximum)},
+               {"Mean: ", FigureText(summary.mean)},
+               {"Standard Deviation: ", FigureText(distribution.standardDeviation)},
                {"Cell Count: ", std::to_string(summary.cellCount)},
                {"Cell Sum: ", NumberText(summary.cellSum)}};
   std::string report;
@@ -64,9 +62,9 @@ std::string FiguresTableHeading() {
 
 std::string FiguresTableLine(const std::string& path, const MapFigures& figures) {
   const auto& [summary, distribution] = figures;
-  return path + "," + Rounded(summary.minimum) + "," + Rounded(summary.maximum) + "," +
-         Rounded(summary.mean) + "," + Rounded(distribution.standardDeviation) + "," +
-         std::to_string(summary.cellCount) + "," + Rounded(summary.cellSum) + kLineEnd;
+  return path + "," + ShownFigure(summary.minimum) + "," + ShownFigure(summary.maximum) + "," +
+         ShownFigure(summary.mean) + "," + ShownFigure(distribution.standardDeviation) + "," +
+         std::to_string(summary.cellCount) + "," + ShownFigure(summary.cellSum) + kLineEnd;
 }
 
 std::string HistogramTable(const MapFigures& figures) {

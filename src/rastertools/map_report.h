@@ -1,6 +1,7 @@
 // The figures of maps as texts: a report of one map, a table of several, and the histogram of one.
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "base/outcome.h"
@@ -8,8 +9,6 @@
 #include "mapdata/map_statistics.h"
 
 namespace ormel {
-
-inline constexpr int kShownPlaces = 5;  // of figures on the screen and in the table
 
 // All figures of a map, by two passes.
 struct MapFigures {
@@ -19,6 +18,9 @@ struct MapFigures {
 
 // Fails when the map or its constraint cannot be read.
 [[nodiscard]] Outcome<MapFigures> FiguresOf(const MapToCount& map, ProgressSink& progress);
+
+// A figure as it is shown and stands in tables: rounded to 5 places, empty when there is none.
+std::string ShownFigure(const std::optional<double>& figure);
 
 // The values of a category (from 0), rounded to 3 places: from `low` to `high`.
 struct CategoryRange {
@@ -30,7 +32,7 @@ CategoryRange RangeOfCategory(const MapStatsRecord& summary, int category);
 // A line for each figure, in full precision. Figures that the map does not have are empty.
 std::string FiguresReport(const MapToCount& map, const MapFigures& figures);
 
-// A table of maps: its heading, and the line of one map, rounded to kShownPlaces.
+// A table of maps: its heading, and the line of one map, as its figures are shown.
 std::string FiguresTableHeading();
 std::string FiguresTableLine(const std::string& path, const MapFigures& figures);
 

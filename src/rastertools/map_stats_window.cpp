@@ -24,10 +24,6 @@ ChosenFilesSpec MapsSpec() {
   return spec;
 }
 
-std::string Rounded(const std::optional<double>& figure) {
-  return figure ? NumberText(HalfEvenRound(*figure, kShownPlaces)) : "";
-}
-
 }  // namespace
 
 FrmMapStats::FrmMapStats(AppContext& app)
@@ -144,29 +140,30 @@ void FrmMapStats::ShowHeader(const std::string& path) {
 void FrmMapStats::ShowFigures() {
   const auto& [summary, distribution] = figures_;
   const bool counted = !Selected().empty();
-  lblMinimum.SetCaption("Minimum: " + Rounded(summary.minimum));
-  lblMaximum.SetCaption("Maximum: " + Rounded(summary.maximum));
-  lblMean.SetCaption("Mean: " + Rounded(summary.mean));
-  lblSD.SetCaption("Standard Deviation: " + Rounded(distribution.standardDeviation));
+  lblMinimum.SetCaption("Minimum: " + ShownFigure(summary.minimum));
+  lblMaximum.SetCaption("Maximum: " + ShownFigure(summary.maximum));
+  lblMean.SetCaption("Mean: " + ShownFigure(summary.mean));
+  lblSD.SetCaption("Standard Deviation: " + ShownFigure(distribution.standardDeviation));
   lblCount.SetCaption("Cell Count: " + (counted ? std::to_string(summary.cellCount) : ""));
-  lblSum.SetCaption("Cell Sum: " + (counted ? Rounded(summary.cellSum) : ""));
+  lblSum.SetCaption("Cell Sum: " + (counted ? ShownFigure(summary.cellSum) : ""));
 }
 
 void FrmMapStats::ShowHistogram() {
   const auto& [summary, distribution] = figures_;
   const auto& histogram = distribution.histogram;
   const auto largest = *std::max_element(histogram.begin(), histogram.end());
-  const auto text = [](const std::optional<double>& value) {
-    return value ? NumberText(*value) : std::string();
-  };
-  lblXMin.SetCaption(text(summary.minimum));
-  lblXMax.SetCaption(text(summary.maximum));
+  lblXMin.SetCaption(FigureText(summary.minimum));
+  lblXMax.SetCaption(FigureText(summary.maximum));
   lblYMax.SetCaption(summary.cellCount > 0 ? std::to_string(largest) : "");
   Chart shown;
   if (largest > 0) {
-    shown.x = NumberAxis("Category");
+    shown.x = NumberAxis("Cell value");
     shown.y = NumberAxis("Cells");
-    shown.series = {Bars("", std::vector<double>(histogram.begin(), histogram.end()))};
+    Series bars = Bars("", std::vector<double>(histogram.begin(), histogram.end()));
+    bars.start = *summary.minimum;
+    bars.step = (*summary.maximum - *summary.minimum) / static_cast<double>(histogram.size() - 1);
+    bars.barWidth = bars.step;
+    shown.series = {std::move(bars)};
   }
   chart.Show(std::move(shown));
 }

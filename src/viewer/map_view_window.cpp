@@ -55,10 +55,6 @@ class PanelProgress final : public ProgressSink {
   ui::StatusStrip& strip_;
 };
 
-std::string OptionalText(const std::optional<double>& value) {
-  return value ? NumberText(*value) : std::string();
-}
-
 }  // namespace
 
 FrmView::FrmView(AppContext& app) : Window("frmView", kCaption), app_(app) {
@@ -393,8 +389,8 @@ void FrmView::ShowStatistics() {
     if (!progress.Finish(counted)) return;
   }
   const MapStatsRecord& figures = counted.Value();
-  app_.desktop.Message("Maximum: " + OptionalText(figures.maximum) + "\nMinimum: " +
-                           OptionalText(figures.minimum) + "\nMean: " + OptionalText(figures.mean) +
+  app_.desktop.Message("Maximum: " + FigureText(figures.maximum) + "\nMinimum: " +
+                           FigureText(figures.minimum) + "\nMean: " + FigureText(figures.mean) +
                            "\nTotal Cells: " + std::to_string(figures.cellCount) +
                            "\nCumulative Cell Sum: " + NumberText(figures.cellSum),
                        "Map Statistics");

@@ -4,8 +4,8 @@
 
 #include <cmath>
 
-#include "support/temporary_folder.h"
 #include "support/map_text.h"
+#include "support/temporary_folder.h"
 
 namespace ormel {
 namespace {

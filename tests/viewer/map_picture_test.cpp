@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include "support/temporary_folder.h"
 #include "support/map_text.h"
+#include "support/temporary_folder.h"
 
 namespace ormel {
 namespace {

@@ -6,9 +6,9 @@
 #include <sstream>
 
 #include "mce/model_session.h"
+#include "support/map_text.h"
 #include "support/temporary_folder.h"
 #include "ui/headless/headless_desktop.h"
-#include "support/map_text.h"
 
 namespace ormel {
 namespace {

@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include "support/map_text.h"
 #include "support/small_disk.h"
 #include "support/temporary_folder.h"
-#include "support/map_text.h"
 
 namespace ormel {
 namespace {
