@@ -178,7 +178,7 @@ void FrmClass::ShowState() {
   const int words = table_.OutputsWithoutNumber();
   std::string state = Counted(table_.Count(), "class", "classes") + ".";
   if (table_.Count() == 0) state = "Load a map of classes, or import a table.";
-  if (empty > 0) state += " Cells of " + std::to_string(empty) + " stay as they are.";
+  if (empty > 0) state += " " + std::to_string(empty) + " without a value, written as found.";
   if (words > 0) state += " " + Counted(words, "value is", "values are") + " no number.";
   lblState.SetCaption(state);
 }
