@@ -10,6 +10,7 @@
 #include "app/command_line.h"
 #include "app/main_job.h"
 #include "app/script_run.h"
+#include "app/time_step_job.h"
 #include "base/file_writer.h"
 #include "shell/program_folder.h"
 #include "shell/settings_file.h"
@@ -23,6 +24,9 @@ constexpr char kHelp[] =
     "  ormel-batch MODEL -o OUT.asc [--picture OUT.bmp]\n"
     "      runs a saved model (.mif or .cmf) and writes its suitability map, the information\n"
     "      file beside it (OUT.inf) and, if asked, its picture (a bitmap, or OUT.png)\n"
+    "  ormel-batch MODEL.tsi -o FOLDER\n"
+    "      runs a saved time-step model and writes the maps of all steps, with the output options\n"
+    "      of the model, into the folder\n"
     "  ormel-batch --script FILE [MODEL]\n"
     "      runs a script of window commands (- reads it from standard input)\n"
     "  ormel-batch --version | --help\n"
@@ -60,13 +64,20 @@ int Complain(const std::string& text, int status) {
   return status;
 }
 
+Outcome<> RunSavedModel(const CommandLine& line, ProgressSink& progress) {
+  const Settings settings = ReadSettings(ProgramFolder()).settings;
+  if (!IsTimeStepModel(line.model)) {
+    return RunMainJob({line.model, line.output, line.picture}, settings, progress, std::cerr);
+  }
+  return RunTimeStepJob({line.model, line.output}, settings, progress, std::cerr);
+}
+
 int RunModel(const CommandLine& line) {
   std::signal(SIGINT, [](int) { stopWanted = 1; });
   Outcome<> outcome = Cancelled{};
   {
     TerminalProgress progress;
-    outcome = RunMainJob({line.model, line.output, line.picture},
-                         ReadSettings(ProgramFolder()).settings, progress, std::cerr);
+    outcome = RunSavedModel(line, progress);
   }
   if (outcome.WasCancelled()) return Complain("stopped", kStopped);
   return outcome.Ok() ? 0 : Complain(outcome.Text(), kFailed);
@@ -81,6 +92,10 @@ int Main(std::span<const char* const> words) {
   if (!line.script.empty()) return RunScript(line.script, line.model, nullptr);
   if (line.model.empty()) return Complain("no model given (--help tells more)", kWrongUse);
   if (line.output.empty()) return Complain("no output given: -o OUT.asc", kWrongUse);
+  if (IsTimeStepModel(line.model) && !line.picture.empty()) {
+    return Complain("--picture is for single maps; a time-step model says itself what it writes",
+                    kWrongUse);
+  }
   return RunModel(line);
 }
 

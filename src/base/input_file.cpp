@@ -65,4 +65,18 @@ std::size_t InputFile::ReadAt(std::uint64_t offset, std::span<char> bytes,
   return held;
 }
 
+Outcome<std::string> ReadWholeFile(const std::filesystem::path& path) {
+  constexpr std::uint64_t kMostBytes = 256U << 20U;
+  const Outcome<InputFile> file = InputFile::Open(path);
+  if (!file.Ok()) return file.Stop();
+  if (file.Value().Size() > kMostBytes) {
+    return Failure{FailureKind::kTooLarge, path.string() + ": is too large for such a file"};
+  }
+  std::string bytes(static_cast<std::size_t>(file.Value().Size()), '\0');
+  std::string error;
+  bytes.resize(file.Value().ReadAt(0, bytes, error));
+  if (!error.empty()) return Failure{FailureKind::kDisk, error};
+  return bytes;
+}
+
 }  // namespace ormel

@@ -33,4 +33,8 @@ class InputFile {
   std::shared_ptr<const Shared> shared_;
 };
 
+// All bytes of a file, for files that are small by their nature. Fails as InputFile::Open() does,
+// and for a file beyond 256 MiB, which is none of them.
+[[nodiscard]] Outcome<std::string> ReadWholeFile(const std::filesystem::path& path);
+
 }  // namespace ormel

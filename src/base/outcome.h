@@ -19,6 +19,7 @@ enum class FailureKind {
   kDamaged,   // a file is there, but does not hold what it should
   kRefused,   // the input cannot be used for this
   kDisk,      // reading or writing failed
+  kDiskFull,  // writing failed: there is no room
   kTooLarge,  // the memory of this machine does not hold it
 };
 

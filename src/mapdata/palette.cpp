@@ -6,6 +6,7 @@
 
 #include "text/numbers.h"
 #include "text/paths.h"
+#include "text/text_search.h"
 #include "text/token_reader.h"
 
 namespace ormel {
@@ -62,6 +63,16 @@ std::string PaletteFolder(std::string_view programFolder) {
   std::string folder = std::string(programFolder) + "/Palettes/";
   RepairPath(folder);
   return folder;
+}
+
+bool MeansDefaultPalette(std::string_view word) { return InSmallLetters(word) == "default"; }
+
+std::string FindPalette(const std::string& word, std::string_view programFolder) {
+  if (word.empty() || MeansDefaultPalette(word)) return {};
+  std::error_code error;
+  const std::string own = PaletteFolder(programFolder) + word;
+  const bool isOwn = !std::filesystem::exists(word, error) && std::filesystem::exists(own, error);
+  return isOwn ? own : word;
 }
 
 void DrawColourScale(Canvas& canvas, const Palette& palette) {

@@ -45,6 +45,14 @@ Palette GreyPalette();
 // The folder that palette dialogs offer, with a separator at its end.
 std::string PaletteFolder(std::string_view programFolder);
 
+// Whether a model's word for its palette means that of the settings: "default", in letters of any
+// size.
+bool MeansDefaultPalette(std::string_view word);
+
+// The path of a model's palette, of which the model holds a path or the name alone: then it is
+// looked for among the program's own. Empty: that of the settings.
+std::string FindPalette(const std::string& word, std::string_view programFolder);
+
 // Draws the colours 1 to 255 side by side over the whole height, on a scale 256 units wide: colour
 // i from i - 1 to i, and as far beyond as its pen reaches. Colour 0 has no stroke.
 void DrawColourScale(Canvas& canvas, const Palette& palette);

@@ -16,4 +16,9 @@ struct Settings {
   int datum = 23;                   // index of the geodetic datum, 1 to 23; 23 is WGS-84
 };
 
+// Where files go that only this program reads. It may be missing.
+inline std::string TemporaryFolder(const Settings& settings) {
+  return settings.programFolder + "Temp";
+}
+
 }  // namespace ormel

@@ -99,17 +99,16 @@ Outcome<std::string> CompositeMap::ReadFactor(const CompositeModel& model, int i
                   });
 }
 
-CompositeMap::Limits CompositeMap::ScaleLimits() const {
-  Limits limits{smallest_, largest_};
+ScaleLimits CompositeMap::Limits() const {
+  ScaleLimits limits{smallest_, largest_};
   if (!std::isfinite(limits.max)) limits = {1, 1};  // every cell is masked
   if (!std::isfinite(limits.min)) limits.min = 0;   // the last factor had no allowed cell
   if (limits.min == limits.max && rules_.widensEqualSums) limits.max = limits.min + 1;
   return limits;
 }
 
-void CompositeMap::ScaledRow(int row, const Limits& limits, std::span<double> values) const {
-  const std::span<const float> sums = sums_.Row(row);
-  const std::span<const std::uint8_t> mask = mask_.Row(row);
+void ScaleSums(std::span<const float> sums, std::span<const std::uint8_t> mask,
+               const ScaleLimits& limits, std::span<double> values) {
   const double range = limits.max - limits.min;
   for (std::size_t i = 0; i < sums.size(); ++i) {
     const double scaled = kTopValue * (static_cast<double>(sums[i]) - limits.min) / range;

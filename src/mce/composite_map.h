@@ -32,6 +32,17 @@ namespace ormel {
 // the cells that are there.
 using RowWatcher = std::function<void(int row, std::span<const double> values, double nodata)>;
 
+// Between which sums a map is scaled to 0 to 255.
+struct ScaleLimits {
+  double min = 0;
+  double max = 0;
+};
+
+// The scaled values of a row of sums, not rounded; masked cells are 0, and all are 0 when min and
+// max leave no scale. All three have the same length.
+void ScaleSums(std::span<const float> sums, std::span<const std::uint8_t> mask,
+               const ScaleLimits& limits, std::span<double> values);
+
 class CompositeMap {
  public:
   // Reads the headers and builds the mask; every sum is 0. Fails when the model has no factor, when
@@ -73,15 +84,12 @@ class CompositeMap {
   // included; min is the smallest final one. A negative weight can thus leave the top of the scale
   // unused, which is required: maps of different runs stay comparable. Where sums are all alike,
   // the model's rules say whether min stays below max.
-  struct Limits {
-    double min = 0;
-    double max = 0;
-  };
-  Limits ScaleLimits() const;
+  ScaleLimits Limits() const;
 
-  // The scaled values of a row, not rounded; masked cells are 0, and all are 0 when there is no
-  // scale. `values` holds a row.
-  void ScaledRow(int row, const Limits& limits, std::span<double> values) const;
+  // The scaled values of a row; see ScaleSums().
+  void ScaledRow(int row, const ScaleLimits& limits, std::span<double> values) const {
+    ScaleSums(sums_.Row(row), mask_.Row(row), limits, values);
+  }
 
  private:
   CompositeMap(MapFrame frame, std::vector<int> headerLines, CompositeModel::Rules rules)

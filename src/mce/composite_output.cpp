@@ -23,18 +23,11 @@ std::string MomentText(const std::tm& when) {
   return text.data();
 }
 
-std::tm Now() {
-  const std::time_t now = std::time(nullptr);
-  std::tm local{};
-  localtime_r(&now, &local);
-  return local;
-}
-
 }  // namespace
 
 Outcome<> ScaleComposite(const CompositeMap& map, ProgressSink& progress,
                          const ScaledRowWatcher& useRow) {
-  const CompositeMap::Limits limits = map.ScaleLimits();
+  const ScaleLimits limits = map.Limits();
   const int nrows = map.Frame().nrows;
   std::vector<double> values(static_cast<std::size_t>(map.Frame().ncols));
   for (int row = 1; row <= nrows; ++row) {
@@ -53,7 +46,7 @@ Outcome<> WriteComposite(const CompositeMap& map, const CompositeModel& model,
     return Failure{FailureKind::kRefused,
                    path + ": the information file would overwrite the map; choose another name"};
   }
-  const CompositeMap::Limits limits = map.ScaleLimits();
+  const ScaleLimits limits = map.Limits();
   const MapFrame& frame = map.Frame();
   RowSteps steps;
   steps.make = [&](int row, std::span<double> values, RowText& text) {
@@ -72,12 +65,25 @@ std::string InfoFilePath(const std::string& path) {
   return path.substr(0, path.size() - std::min<std::size_t>(path.size(), 3)) + "inf";
 }
 
-std::string InfoFileText(const CompositeModel& model, const std::tm& when) {
-  std::string text = model.title + "\r\nCreated on " + MomentText(when) + "\r\n\r\n";
-  text += model.FactorsText();
-  text += model.constraints.empty() ? "No Constraints Used\r\n" : "Constraints:\r\n";
+std::string CreationText(const std::tm& when) {
+  return "Created on " + MomentText(when) + "\r\n\r\n";
+}
+
+std::string ConstraintsText(const CompositeModel& model) {
+  std::string text = model.constraints.empty() ? "No Constraints Used\r\n" : "Constraints:\r\n";
   for (const std::string& constraint : model.constraints) text += "    " + constraint + "\r\n";
   return text;
+}
+
+std::tm Now() {
+  const std::time_t now = std::time(nullptr);
+  std::tm local{};
+  localtime_r(&now, &local);
+  return local;
+}
+
+std::string InfoFileText(const CompositeModel& model, const std::tm& when) {
+  return model.title + "\r\n" + CreationText(when) + model.FactorsText() + ConstraintsText(model);
 }
 
 }  // namespace ormel

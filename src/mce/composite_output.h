@@ -35,6 +35,14 @@ using ScaledRowWatcher = std::function<void(int row, std::span<const double> val
 // The information file that belongs to the map at `path`: its last three characters become "inf".
 std::string InfoFilePath(const std::string& path);
 
+// Pieces of information files: when the maps were made (local time), with an empty line behind it,
+// and which constraints they keep.
+std::string CreationText(const std::tm& when);
+std::string ConstraintsText(const CompositeModel& model);
+
+// The local time.
+std::tm Now();
+
 // The text of the information file of a model that was run at `when` (local time).
 std::string InfoFileText(const CompositeModel& model, const std::tm& when);
 

@@ -192,7 +192,7 @@ Outcome<> GeneratorWindow::DrawFactors(ProgressSink& progress) {
 RowWatcher GeneratorWindow::FactorPainter(int factor) {
   return [this, factor](int row, std::span<const double> values, double /*nodata*/) {
     Shown& shown = PictureOf(factor);
-    DrawModelRow(shown.picture->Drawing(), *preview_, *map_, {shown.palette, CV.Value()}, row,
+    DrawModelRow(shown.picture->Drawing(), *preview_, map_->Mask(), {shown.palette, CV.Value()}, row,
                  values);
   };
 }

@@ -1,64 +1,11 @@
 #include "mce/model_text.h"
 
-#include <algorithm>
-
 #include "base/file_writer.h"
+#include "mce/field_text.h"
+#include "text/numbers.h"
 #include "text/token_reader.h"
 
 namespace ormel {
-namespace {
-
-// Walks through the fields of a model's text.
-class FieldReader {
- public:
-  explicit FieldReader(std::string_view text) : text_(text) {}
-
-  // Moves behind the next `key`. False, without a move, when there is none.
-  bool Find(std::string_view key) {
-    const std::size_t found = text_.find(key, place_);
-    if (found == std::string_view::npos) return false;
-    place_ = found + key.size();
-    return true;
-  }
-
-  // The text up to the next "#", and moves behind it.
-  std::string Field() {
-    const std::size_t end = std::min(text_.find('#', place_), text_.size());
-    std::string field(text_.substr(place_, end - place_));
-    place_ = std::min(end + 1, text_.size());
-    return field;
-  }
-
-  // The field behind the next `key`; empty when there is none.
-  std::string FieldBehind(std::string_view key) { return Find(key) ? Field() : std::string(); }
-
- private:
-  std::string_view text_;
-  std::size_t place_ = 0;
-};
-
-// Joins the fields, and keeps the first that a model file cannot hold.
-class FieldWriter {
- public:
-  FieldWriter& Key(std::string_view key) {
-    text_ += key;
-    return *this;
-  }
-  FieldWriter& Field(const std::string& value) {
-    if (bad_.empty() && value.find_first_of("#\"") != std::string::npos) bad_ = value;
-    text_ += value;
-    text_ += '#';
-    return *this;
-  }
-  const std::string& Bad() const { return bad_; }
-  std::string Record() const { return '"' + text_ + "\"\r\n"; }
-
- private:
-  std::string text_;
-  std::string bad_;
-};
-
-}  // namespace
 
 ModelText ParseModelText(std::string_view text) {
   ModelText model;
@@ -89,7 +36,7 @@ Outcome<ModelText> ReadModelText(const std::filesystem::path& path) {
 }
 
 Outcome<> WriteModelText(const std::filesystem::path& path, const ModelText& model) {
-  FieldWriter fields;
+  FieldWriter fields("#\"");
   fields.Key("FRD$").Field(model.root).Key("FF$").Field(model.pattern);
   for (const ModelTextFactor& factor : model.factors) {
     fields.Key("FAC$").Field(factor.path);
@@ -103,7 +50,13 @@ Outcome<> WriteModelText(const std::filesystem::path& path, const ModelText& mod
     return Failure{FailureKind::kRefused,
                    "A model file cannot hold # or a double quote, as in: " + fields.Bad()};
   }
-  return WriteFile(path, fields.Record());
+  return WriteFile(path, '"' + fields.Text() + "\"\r\n");
+}
+
+std::optional<Colour> ColourOf(std::string_view field) {
+  const double colour = HalfEvenRound(TextToNumber(field));
+  if (!IsNumeric(field) || colour < 0 || colour > kLargestColour) return std::nullopt;
+  return static_cast<Colour>(colour);
 }
 
 }  // namespace ormel

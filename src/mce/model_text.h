@@ -10,10 +10,12 @@
 
 #include <array>
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "base/colour.h"
 #include "base/outcome.h"
 
 namespace ormel {
@@ -39,5 +41,8 @@ ModelText ParseModelText(std::string_view text);
 
 // Writes the model. Fails when a value cannot be held, or the file not written.
 [[nodiscard]] Outcome<> WriteModelText(const std::filesystem::path& path, const ModelText& model);
+
+// The colour that a field of a model file holds; none when it holds none.
+std::optional<Colour> ColourOf(std::string_view field);
 
 }  // namespace ormel

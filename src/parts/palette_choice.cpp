@@ -4,13 +4,11 @@
 
 #include "mapdata/palette.h"
 #include "text/paths.h"
-#include "text/text_search.h"
 #include "ui/desktop.h"
 
 namespace ormel {
 namespace {
 
-constexpr char kDefault[] = "default";
 constexpr char kMissing[] = "The palette file you specified does not exist! Please choose another.";
 constexpr char kCorrupt[] = "The specified palette file is corrupt! Please choose another.";
 
@@ -18,8 +16,6 @@ bool Exists(const std::string& path) {
   std::error_code error;
   return std::filesystem::exists(path, error);
 }
-
-bool MeansDefaultPalette(const std::string& text) { return InSmallLetters(text) == kDefault; }
 
 }  // namespace
 

@@ -10,6 +10,7 @@
 
 #include "mapdata/map_stream.h"
 #include "mapdata/value_lookup.h"
+#include "text/arithmetic.h"
 #include "text/csv.h"
 #include "text/numbers.h"
 #include "text/paths.h"
@@ -36,16 +37,10 @@ bool IsSameFile(const std::string& one, const std::string& other) {
   return one == other || std::filesystem::equivalent(one, other, error);
 }
 
-std::string FixedLength(int step, int steps) {
-  std::string text = std::to_string(step);
-  const std::size_t length = std::to_string(steps).size();
-  return std::string(length - text.size(), '0') + text;
-}
-
 Outcome<std::string> SuffixOf(const StepTable& table, const StepNames& names, int step) {
   switch (names.suffix) {
     case StepSuffix::kFixedLength:
-      return FixedLength(step, table.Steps());
+      return NumberInSeries(step, table.Steps());
     case StepSuffix::kVariableLength:
       return std::to_string(step);
     case StepSuffix::kHeading: {

@@ -1,12 +1,11 @@
 #include "mce/nonlinear/graph_csv.h"
 
 #include <algorithm>
-#include <cmath>
-#include <limits>
 #include <string>
 #include <string_view>
 
 #include "base/file_writer.h"
+#include "text/arithmetic.h"
 #include "text/csv.h"
 #include "text/numbers.h"
 
@@ -29,22 +28,6 @@ void AddNumbers(std::string_view line, std::vector<double>& numbers) {
     if (comma == std::string_view::npos) return;
     line.remove_prefix(comma + 1);
   }
-}
-
-// Points between two values have always been kept in single precision.
-double ThroughSingle(double value) {
-  constexpr double kLargest = std::numeric_limits<float>::max();
-  return static_cast<double>(static_cast<float>(std::clamp(value, -kLargest, kLargest)));
-}
-
-// Point `i` of `n` when `values` are spread over all of them.
-double SpreadValue(std::span<const double> values, int i, int n) {
-  const double place =
-      1 + static_cast<double>(i - 1) * (static_cast<double>(values.size()) - 1) / (n - 1);
-  const double floor = std::floor(place);
-  const double* value = values.data() + static_cast<std::size_t>(floor) - 1;
-  if (place == floor) return *value;
-  return ThroughSingle(*value + (place - floor) * (value[1] - *value));
 }
 
 }  // namespace

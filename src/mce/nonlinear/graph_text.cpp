@@ -1,5 +1,6 @@
 #include "mce/nonlinear/graph_text.h"
 
+#include <algorithm>
 #include <cmath>
 #include <optional>
 #include <utility>
@@ -43,27 +44,33 @@ std::optional<int> Whole(double field, int low, int high) {
   return static_cast<int>(field);
 }
 
-}  // namespace
-
-std::string KeyedNumberText(double value) {
-  std::string text = NumberText(value);
+std::string Keyed(std::string text) {
   const bool negative = text[0] == '-';
   if (negative) text.erase(0, 1);
   if (text.starts_with("0.")) text.erase(0, 1);
   return (negative ? '-' : ' ') + text;
 }
 
-std::string graphToText(const WeightGraph& graph) {
+}  // namespace
+
+std::string KeyedNumberText(double value) { return Keyed(NumberText(value)); }
+std::string KeyedNumberText(float value) { return Keyed(NumberText(value)); }
+
+std::string graphToText(const WeightGraph& graph) { return graphToText(graph, {}); }
+
+std::string graphToText(const WeightGraph& graph, std::span<const float> firstPoints) {
   std::string text(1, kFieldEnd);
-  const auto add = [&](double number) { (text += KeyedNumberText(number)) += kFieldEnd; };
-  add(graph.pointCount);
+  const auto add = [&](auto number) { (text += KeyedNumberText(number)) += kFieldEnd; };
+  add(static_cast<double>(graph.pointCount));
   for (const GraphParameters& slots : graph.parameters) {
     for (const std::string& parameter : slots) add(TextToNumber(parameter));
   }
   add(graph.topValue);
   add(graph.bottomValue);
-  add(static_cast<int>(graph.type));
-  for (int i = 1; i <= graph.pointCount; ++i) add(graph.Point(i));
+  add(static_cast<double>(graph.type));
+  const int given = std::min(graph.pointCount, static_cast<int>(firstPoints.size()));
+  for (int i = 1; i <= given; ++i) add(firstPoints[static_cast<std::size_t>(i - 1)]);
+  for (int i = given + 1; i <= graph.pointCount; ++i) add(graph.Point(i));
   return text;
 }
 

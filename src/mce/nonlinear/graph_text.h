@@ -8,6 +8,7 @@
 #pragma once
 
 #include <filesystem>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -19,11 +20,14 @@ namespace ormel {
 // A number as the fields hold it: that of NumberText() without the zero in front of a point, and a
 // blank where no minus stands: " 0", " .5", "-.5", " 1E+20".
 std::string KeyedNumberText(double value);
+std::string KeyedNumberText(float value);
 
 // NOLINTBEGIN(readability-identifier-naming): the names by which these are known to model builders
 
 // The graph as one line, without a line end. Parameters are written as the numbers they count as.
 std::string graphToText(const WeightGraph& graph);
+// The same with other values for the first points.
+std::string graphToText(const WeightGraph& graph, std::span<const float> firstPoints);
 
 // Takes the graph from a line and computes its samples. The first character is passed over,
 // whatever it is. Points above the count become 0, and parameters the texts of their numbers. False

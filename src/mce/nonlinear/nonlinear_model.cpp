@@ -2,19 +2,12 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
 #include "mce/nonlinear/graph_text.h"
-#include "text/numbers.h"
+#include "text/arithmetic.h"
 
 namespace ormel {
 namespace {
-
-// Sums are stored in single precision, in which weights can be too large to be told.
-float Stored(double sum) {
-  constexpr double kLargest = std::numeric_limits<float>::max();
-  return static_cast<float>(std::clamp(sum, -kLargest, kLargest));
-}
 
 class GraphAdder final : public FactorAdder {
  public:
@@ -36,7 +29,7 @@ class GraphAdder final : public FactorAdder {
       const double weight = WeightOf(values[i]);
       const double sum = static_cast<double>(sums[i]) + weight;
       const bool counts = (mask[i] != 0) & (values[i] != nodata);
-      sums[i] = counts ? Stored(sum) : sums[i];
+      sums[i] = counts ? Single(sum) : sums[i];
       sumExtremes.Add(lane, sum, counts);
       weightExtremes.Add(lane, weight, counts);
     });
@@ -95,10 +88,7 @@ std::array<std::string, 2> FieldsOf(const GraphWeight& weight) {
 }
 
 void TakeFields(const std::array<std::string, 2>& fields, GraphWeight& weight) {
-  const double colour = HalfEvenRound(TextToNumber(fields[0]));
-  if (IsNumeric(fields[0]) && colour >= 0 && colour <= kLargestColour) {
-    weight.colour = static_cast<Colour>(colour);
-  }
+  if (const auto colour = ColourOf(fields[0])) weight.colour = *colour;
   (void)graphFromText(fields[1], weight.graph);
 }
 

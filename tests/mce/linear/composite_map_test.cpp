@@ -71,9 +71,9 @@ TEST(CompositeMap, SumsAreKeptInSinglePrecisionAfterEachFactor) {
   folder.AddFactor({{0, 0.01, 0}}, 1);
   const CompositeMap map = folder.Accumulate();
   std::vector<double> values(3);
-  map.ScaledRow(1, map.ScaleLimits(), values);
+  map.ScaledRow(1, map.Limits(), values);
   EXPECT_EQ(values[1], values[2]);
-  EXPECT_EQ(map.ScaleLimits().max, 8355257.5 + 0.01);  // the extremes are taken before the store
+  EXPECT_EQ(map.Limits().max, 8355257.5 + 0.01);  // the extremes are taken before the store
 }
 
 TEST(CompositeMap, OnlyTheLastAllowedCellOfTheLastFactorWarns) {
@@ -122,8 +122,8 @@ TEST(CompositeMap, TakesWhatFilesHoldAndSaysWhatTheyDoNot) {
             folder.Path("f1.asc") + ": ends in row 2 of 2");
   EXPECT_NE(map.AccumulateFactor(folder.model, 2, {}, quiet).Value().find(folder.Path("f2.asc")),
             std::string::npos);
-  EXPECT_EQ(map.ScaleLimits().min, 0);  // the last factor had no cell
-  EXPECT_EQ(map.ScaleLimits().max, 30);
+  EXPECT_EQ(map.Limits().min, 0);  // the last factor had no cell
+  EXPECT_EQ(map.Limits().max, 30);
 }
 
 TEST(CompositeMap, RefusesSizesThatNoMapHas) {
@@ -174,7 +174,7 @@ TEST(CompositeMap, AnyBytesInAFileGiveAMapOrAFailure) {
     const CompositeMap map = folder.Accumulate();
     std::vector<double> values(3);
     for (int row = 1; row <= 3; ++row) {
-      map.ScaledRow(row, map.ScaleLimits(), values);
+      map.ScaledRow(row, map.Limits(), values);
       for (const double value : values) ASSERT_TRUE(std::isfinite(value)) << text;
     }
   }
