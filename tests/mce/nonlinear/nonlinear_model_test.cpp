@@ -9,6 +9,7 @@
 #include "mapdata/palette.h"
 #include "mce/model_session.h"
 #include "mce/nonlinear/graph_text.h"
+#include "mce/nonlinear/graph_rows_window.h"
 #include "mce/nonlinear/nonlinear_builder_window.h"
 #include "mce/nonlinear/nonlinear_map_window.h"
 #include "mce/runnable_model.h"
@@ -307,8 +308,8 @@ TEST_F(NonlinearWindows, AllGraphsAreThoseOfRowsWithAMap) {
   FrmBuildC& builder = desktop.Show(std::make_unique<FrmBuildC>(app));
   for (const char* map : {"f1.asc", "f2.asc"}) builder.onDrop(folder.Path(map));
   EXPECT_EQ(builder.rows.Count(), 3);  // the last one is free
-  ASSERT_TRUE(builder.cmdViewAll.Click().Ok());
-  EXPECT_EQ(builder.preview.Shown().series.size(), 2U);
+  ASSERT_TRUE(builder.Graphs().cmdViewAll.Click().Ok());
+  EXPECT_EQ(builder.Graphs().preview.Shown().series.size(), 2U);
 }
 
 TEST_F(NonlinearWindows, ReturnNeverDestroysWhatWasEntered) {
