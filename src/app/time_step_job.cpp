@@ -47,7 +47,7 @@ Outcome<> RunTimeStepJob(const TimeStepJob& job, const Settings& settings, Progr
   if (!generator.Value().MaskFailure().empty()) {
     warnings << "Bad Constraint! " << generator.Value().MaskFailure() << '\n';
   }
-  StepFiles files;
+  WrittenSteps files;
   return GenerateSteps(model, generator.Value(), run, files, progress, {});
 }
 

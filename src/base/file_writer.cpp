@@ -76,7 +76,8 @@ FileWriter::FileWriter(FileWriter&& other) noexcept
       descriptor_(std::exchange(other.descriptor_, -1)),
       direct_(other.direct_),
       buffer_(std::move(other.buffer_)),
-      error_(std::move(other.error_)) {}
+      error_(std::move(other.error_)),
+      full_(other.full_) {}
 
 Outcome<FileWriter> FileWriter::Open(const fs::path& path, TemporaryFile temporary) {
   const fs::path target = ResolveLink(path);
@@ -98,7 +99,7 @@ Outcome<FileWriter> FileWriter::Open(const fs::path& path, TemporaryFile tempora
     descriptor = open(name.c_str(), O_CREAT | O_EXCL | O_WRONLY | O_CLOEXEC, kAnyMode);
   }
   if (descriptor < 0) {
-    return Failure{FailureKind::kDisk,
+    return Failure{errno == ENOSPC ? FailureKind::kDiskFull : FailureKind::kDisk,
                    path.string() + ": cannot be written: " + std::strerror(errno)};
   }
   FileWriter writer(target, std::move(name), descriptor);
@@ -122,7 +123,9 @@ FileWriter::~FileWriter() {
 }
 
 void FileWriter::KeepError() {
-  if (error_.empty()) error_ = std::strerror(errno);
+  if (!error_.empty()) return;
+  full_ = errno == ENOSPC || errno == EFBIG || errno == EDQUOT;
+  error_ = std::strerror(errno);
 }
 
 void FileWriter::Close() {
@@ -130,7 +133,8 @@ void FileWriter::Close() {
 }
 
 Failure FileWriter::DiskFailure() const {
-  return {FailureKind::kDisk, target_.string() + ": could not be written: " + error_};
+  return {full_ ? FailureKind::kDiskFull : FailureKind::kDisk,
+          target_.string() + ": could not be written: " + error_};
 }
 
 void FileWriter::WriteNow(std::string_view bytes) {
@@ -154,6 +158,20 @@ void FileWriter::Write(std::string_view bytes) {
   if (isLarge || buffer_.size() + bytes.size() > kBufferBytes) Flush();
   if (isLarge) return WriteNow(bytes);
   if (error_.empty()) buffer_ += bytes;
+}
+
+void FileWriter::WriteAt(std::uint64_t offset, std::string_view bytes) {
+  Flush();
+  while (!bytes.empty() && error_.empty()) {
+    const ssize_t count =
+        pwrite(descriptor_, bytes.data(), bytes.size(), static_cast<off_t>(offset));
+    if (count > 0) {
+      bytes.remove_prefix(static_cast<std::size_t>(count));
+      offset += static_cast<std::uint64_t>(count);
+    } else if (errno != EINTR) {
+      KeepError();
+    }
+  }
 }
 
 // A name beside the target, from which the file, whole by now, is moved there at once.

@@ -3,6 +3,7 @@
 // is killed leaves the old file as it was and nothing else behind.
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
 #include <string>
 #include <string_view>
@@ -38,6 +39,9 @@ class FileWriter {
   // Commit() reports the first failure.
   void Write(std::string_view bytes);
 
+  // Writes over bytes that have been written already, for formats that hold sizes in front.
+  void WriteAt(std::uint64_t offset, std::string_view bytes);
+
   // Puts the finished file into place. Once, as the last call. A file that replaces another is on
   // the disk before the old one goes: a power cut leaves one of the two whole.
   [[nodiscard]] Outcome<> Commit();
@@ -59,6 +63,7 @@ class FileWriter {
   bool direct_ = false;
   std::string buffer_;
   std::string error_;
+  bool full_ = false;  // the error is that there is no room
 };
 
 // The whole file at once.

@@ -47,6 +47,12 @@ void PaletteChoice::Typed() {
   onChange();
 }
 
+void PaletteChoice::Take(const std::string& word) {
+  path_ = FindPalette(word, app_.settings.programFolder);
+  txtPal.SetText(path_.empty() ? "Default" : word);
+  ShowPreview();
+}
+
 void PaletteChoice::Pick() {
   const auto choice = app_.desktop.OpenFile(
       {"Select Palette", "Palette Files (.ptf)|*.ptf", "", "", "*.ptf", ui::FileKind::kPalettes});

@@ -18,6 +18,8 @@ class PaletteChoice {
 
   // Empty: the default palette of the settings.
   const std::string& Path() const { return path_; }
+  // Takes what a model's file says: a path, a name, or "Default".
+  void Take(const std::string& word);
   // Tells what is wrong with the palette, when it cannot be used. False in that case.
   bool Usable() const;
   void ShowPreview();

@@ -5,6 +5,8 @@
 #include "mce/linear/model_builder_window.h"
 #include "mce/model_session.h"
 #include "mce/nonlinear/nonlinear_builder_window.h"
+#include "mce/save_model_window.h"
+#include "mce/timestep/step_calendar_window.h"
 #include "rastertools/class_map_window.h"
 #include "rastertools/data_prep_window.h"
 #include "rastertools/map_algebra_window.h"
@@ -92,6 +94,12 @@ std::vector<ui::MenuSpec> FrmMain::Menus() {
              {},
              {{"mBuild", "Linear", "", Run(&FrmMain::mBuild), {}},
               {"mBuildC", "Non-Linear", "", Run(&FrmMain::mBuildC), {}}}},
+            {"mTimeSteps",
+             "&Time Step MCE",
+             "",
+             {},
+             {{"mTimeStep", "Linear", "", Run(&FrmMain::mTimeStep), {}},
+              {"mTimeStepC", "Non-Linear", "", Run(&FrmMain::mTimeStepC), {}}}},
             MenuSpec::Separator(),
             {"mLoadMCE", "&Load", "Ctrl+O", Run(&FrmMain::mLoadMCE), {}},
             {"mSaveMCE", "&Save", "Ctrl+S", Run(&FrmMain::mSaveMCE), {}},
@@ -134,7 +142,10 @@ std::vector<ui::ToolSpec> FrmMain::Tools() {
 }
 
 std::vector<FrmMain::Choice> FrmMain::Builders() {
-  return {{"Single Pass Linear", &FrmMain::mBuild}, {"Single Pass Non-Linear", &FrmMain::mBuildC}};
+  return {{"Single Pass Linear", &FrmMain::mBuild},
+          {"Single Pass Non-Linear", &FrmMain::mBuildC},
+          {"Time Step Linear", &FrmMain::mTimeStep},
+          {"Time Step Non-Linear", &FrmMain::TimeStepByToolbar}};
 }
 
 std::vector<FrmMain::Choice> FrmMain::RasterTools() {
@@ -301,6 +312,7 @@ bool FrmMain::OpenAs(const std::string& path, std::string_view extension) {
   };
   static constexpr Opener kOpeners[] = {{"mif", &FrmMain::OpenLinearModel},
                                         {"cmf", &FrmMain::OpenNonlinearModel},
+                                        {"tsi", &FrmMain::OpenTimeStepModel},
                                         {"asc", &FrmMain::OpenMap},
                                         {"grd", &FrmMain::OpenMap},
                                         {"txt", &FrmMain::OpenMap}};
@@ -336,6 +348,16 @@ void FrmMain::OpenLinearModel(const std::string& path) {
 
 void FrmMain::OpenNonlinearModel(const std::string& path) {
   if (auto* builder = NewBuilder<FrmBuildC>(&FrmMain::mBuildC)) builder->loadCMF(path);
+}
+
+// The model has its file from the start, however it is opened.
+void FrmMain::OpenTimeStepModel(const std::string& path) {
+  std::error_code error;
+  if (!std::filesystem::exists(path, error)) return;
+  FrmTS1* page = StartTimeSteps();
+  if (page == nullptr) return;
+  app_.session.modelFile = path;
+  page->Wizard().Load(path);
 }
 
 void FrmMain::OpenMap(const std::string& path) { (void)NewView().OpenMapFile(path); }
@@ -386,6 +408,33 @@ void FrmMain::mBuild() { Build<FrmBuild>(); }
 
 void FrmMain::mBuildC() { Build<FrmBuildC>(); }
 
+// Null when the person keeps the model that runs.
+FrmTS1* FrmMain::StartTimeSteps() {
+  const RunningModel* before = app_.session.Running();
+  if (!CloseCurMCE()) return nullptr;
+  if (RunningModel* kept = app_.session.Running(); kept != nullptr && kept == before) {
+    kept->BringForward();
+    return nullptr;
+  }
+  return &app_.desktop.Show(std::make_unique<FrmTS1>(app_), this);
+}
+
+void FrmMain::mTimeStep() {
+  app_.session.nonLinearSteps = false;
+  StartTimeSteps();
+}
+
+void FrmMain::mTimeStepC() {
+  app_.session.nonLinearSteps = true;
+  StartTimeSteps();
+}
+
+// Starts the linear one, which is made the other kind before its factors are asked for.
+void FrmMain::TimeStepByToolbar() {
+  mTimeStep();
+  app_.session.nonLinearSteps = true;
+}
+
 void FrmMain::mLoadMCE() {
   if (app_.session.Running() != nullptr) {
     app_.desktop.Message(
@@ -400,25 +449,8 @@ void FrmMain::mLoadMCE() {
 }
 
 void FrmMain::mSaveMCE() {
-  const std::string& file = app_.session.modelFile;
-  if (file.empty()) return mSaveAsMCE();
-  std::error_code error;
-  if (std::filesystem::exists(file, error)) {
-    switch (app_.desktop.AskBeforeLoss("Overwrite existing file?", "Save Model Information",
-                                       ui::Buttons::kYesNoCancel)) {
-      case ui::Answer::kYes:
-        break;
-      case ui::Answer::kNo:
-        return mSaveAsMCE();
-      default:
-        return;
-    }
-  }
-  RunningModel* running = app_.session.Running();
-  if (running == nullptr) return;
-  app_.session.saveInPlace = true;
-  running->cmdSave_Click();
-  app_.session.saveInPlace = false;
+  if (app_.session.Running() == nullptr) return mSaveAsMCE();
+  SaveRunningModel(app_);
 }
 
 void FrmMain::mSaveAsMCE() {

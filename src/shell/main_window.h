@@ -12,6 +12,7 @@
 
 namespace ormel {
 
+class FrmTS1;
 class FrmView;
 class RunningModel;
 class SavedDesktop;
@@ -72,6 +73,8 @@ class FrmMain final : public ui::Window {
   // The commands of the menu, by the names of their entries.
   void mBuild();
   void mBuildC();
+  void mTimeStep();
+  void mTimeStepC();
   void mOptions();
   void mReceive();
   void mExit();
@@ -100,6 +103,9 @@ class FrmMain final : public ui::Window {
   Builder* NewBuilder(Command start);
   void OpenLinearModel(const std::string& path);
   void OpenNonlinearModel(const std::string& path);
+  void OpenTimeStepModel(const std::string& path);
+  FrmTS1* StartTimeSteps();
+  void TimeStepByToolbar();
 
   AppContext& app_;
   SavedDesktop& saved_;

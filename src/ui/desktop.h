@@ -105,6 +105,15 @@ class Desktop {
   std::optional<FileChoice> SaveFile(const FileDialog& dialog) { return ChooseFile(dialog, true); }
   virtual std::optional<Colour> PickColour(const std::string& title, Colour start) = 0;
   virtual std::optional<Font> PickFont(const std::string& title, const Font& start) = 0;
+  // One of several entries, from 0; the first is proposed. Without a person at a screen nothing is
+  // asked, and the first is taken.
+  virtual std::optional<std::size_t> PickEntry(const std::string& /*text*/,
+                                               const std::string& /*title*/,
+                                               const std::vector<std::string>& /*entries*/) {
+    return 0;
+  }
+  // The picture as a JPEG file by the desktop's own encoder; none: it has no encoder.
+  virtual std::optional<std::string> Jpeg(const Canvas& /*picture*/) { return std::nullopt; }
 
   // Calls `tick` again and again. See ui/timer.h for a timer that stops itself.
   virtual TimerId StartTimer(std::chrono::milliseconds interval, Handler tick) = 0;

@@ -38,12 +38,13 @@ constexpr struct {
 
 }  // namespace
 
-GraphEditor::GraphEditor(ui::Window& window, AppContext& app, GraphAxis axis, WeightGraph& graph)
+GraphEditor::GraphEditor(ui::Window& window, AppContext& app, GraphEditorSpec spec,
+                         WeightGraph& graph)
     : plot(window, app, "picPlot", PlotFrame::kWidth, PlotFrame::kHeight),
       lblYMax(window, "lblYMax"),
       lblYavg(window, "lblYavg"),
       lblYMin(window, "lblYMin"),
-      lblPlace(window, "lblPlace"),
+      lblPlace(window, spec.placeLabel),
       lblWeight(window, "lblWeight"),
       lblHint(window, "lblHint"),
       txtPointMax(window, "txtPointMax"),
@@ -58,7 +59,7 @@ GraphEditor::GraphEditor(ui::Window& window, AppContext& app, GraphAxis axis, We
       cmdSave(window, "cmdSave", "&Save..."),
       app_(app),
       window_(window),
-      axis_(std::move(axis)),
+      spec_(std::move(spec)),
       graph_(&graph),
       forms_(window) {
   ConnectHandlers();
@@ -100,7 +101,7 @@ ui::LayoutItem GraphEditor::Area() {
                 ui::Row{ui::Share(5, plot.picture),
                         ui::Share(2, ui::Column{forms_.Frames(std::move(points)), ui::Stretch{}})}),
       ui::Row{ui::Share(
-                  1, ui::Frame{"Under the mouse", ui::Row{axis_.title + ":", ui::Share(1, lblPlace),
+                  1, ui::Frame{"Under the mouse", ui::Row{spec_.axis.title + ":", ui::Share(1, lblPlace),
                                                           "Weight:", ui::Share(2, lblWeight)}}),
               ui::Share(
                   1, ui::Frame{"Limits of the plot", ui::Row{"Lowest:", ui::Share(1, lblYMin),
@@ -111,12 +112,29 @@ ui::LayoutItem GraphEditor::Area() {
 
 // ---- The plot -----------------------------------------------------------------------------------
 
+void GraphEditor::ShowCurves(const PlotFrame& frame, std::vector<PlotCurve> curves) {
+  curvesFrame_ = frame;
+  curves_ = std::move(curves);
+  ShowPlotLimits(frame);
+  Draw();
+}
+
+void GraphEditor::ShowPlotLimits(const PlotFrame& frame) {
+  lblYMax.SetCaption(NumberText(frame.High()));
+  lblYavg.SetCaption(NumberText((frame.High() + frame.Low()) / 2));
+  lblYMin.SetCaption(NumberText(frame.Low()));
+}
+
 PlotFrame GraphEditor::Frame() const {
   return dragFrame_ ? *dragFrame_ : PlotFrame(graph_->topValue, graph_->bottomValue);
 }
 
 void GraphEditor::Draw() {
-  GraphPlot shown{axis_};
+  GraphPlot shown{spec_.axis};
+  if (curvesFrame_) {
+    shown.curves = curves_;
+    return plot.Show(WeightChart(*curvesFrame_, shown));
+  }
   shown.curves.push_back({graph_->samples, kCurveColour});
   shown.pointer = pointer_;
   if (ShowsPoints()) {
@@ -128,10 +146,8 @@ void GraphEditor::Draw() {
 
 // Everything that depends on the curve. `computed` says whether it is that of the parameters.
 void GraphEditor::Refresh(bool computed) {
-  const PlotFrame frame = Frame();
-  lblYMax.SetCaption(NumberText(frame.High()));
-  lblYavg.SetCaption(NumberText((frame.High() + frame.Low()) / 2));
-  lblYMin.SetCaption(NumberText(frame.Low()));
+  curvesFrame_.reset();
+  ShowPlotLimits(Frame());
   const auto& hint = kHints[static_cast<std::size_t>(forms_.Shown()) - 1];
   lblHint.SetCaption(computed ? hint.help : hint.fault);
   forms_.DrawTypes(*graph_);
@@ -141,7 +157,7 @@ void GraphEditor::Refresh(bool computed) {
 
 void GraphEditor::ReadOut(double place) {
   const double sample = HalfEvenRound(place * graph_->LastSample());
-  lblPlace.SetCaption(axis_.textAt(place));
+  lblPlace.SetCaption(spec_.axis.textAt(place));
   lblWeight.SetCaption(NumberText(graph_->samples[static_cast<std::size_t>(sample)]));
 }
 
@@ -216,6 +232,11 @@ void GraphEditor::AskPointCount() {
                                           std::to_string(graph_->pointCount));
   if (!answer || answer->empty()) return;
   const double count = TextToNumber(*answer);
+  if (!spec_.mostPointsText.empty() && (count < kFewestGraphPoints || count > spec_.mostPoints)) {
+    app_.desktop.Message(spec_.mostPointsText);
+    Draw();
+    return;
+  }
   if (count < kFewestGraphPoints || count > kMostGraphPoints) {
     app_.desktop.Message("Number of points must be between 2 and 500");
     return;
@@ -288,7 +309,7 @@ void GraphEditor::LoadCsv() {
   if (values.size() != static_cast<std::size_t>(graph_->pointCount)) {
     const ui::Answer answer = app_.desktop.Ask(
         "The number of data points in your file is " + std::to_string(values.size()) +
-            " while the number of points is " + std::to_string(graph_->pointCount) +
+            " while the number of " + spec_.pointsWord + " is " + std::to_string(graph_->pointCount) +
             ". Would you like the program to interpolate to fill the graph with your range of data "
             "rather than filling as much as possible?",
         ui::kProgramTitle, ui::Buttons::kYesNoCancel);

@@ -20,13 +20,29 @@
 
 namespace ormel {
 
+// What differs between the axes.
+struct GraphEditorSpec {
+  GraphAxis axis;
+  const char* placeLabel = "lblPlace";  // the name of the read-out of places
+  // A count of points that is refused before the general limits are looked at; empty: none is.
+  int mostPoints = kMostGraphPoints;
+  std::string mostPointsText{};
+  const char* pointsWord = "points";  // what the points of a table are set against
+};
+
 class GraphEditor {
  public:
   // Window, program and graph outlive the editor.
-  GraphEditor(ui::Window& window, AppContext& app, GraphAxis axis, WeightGraph& graph);
+  GraphEditor(ui::Window& window, AppContext& app, GraphEditorSpec spec, WeightGraph& graph);
+
+  // Another axis from now on; Show() follows.
+  void SetSpec(GraphEditorSpec spec) { spec_ = std::move(spec); }
 
   // Edits this graph from now on. Its samples are computed anew.
   void Show(WeightGraph& graph);
+
+  // Other curves in the plot, until the graph is edited or another one shown.
+  void ShowCurves(const PlotFrame& frame, std::vector<PlotCurve> curves);
 
   // Everything but the buttons of graph files and of the plot's picture.
   ui::LayoutItem Area();
@@ -56,6 +72,7 @@ class GraphEditor {
   void ConnectHandlers();
   PlotFrame Frame() const;
   void Draw();
+  void ShowPlotLimits(const PlotFrame& frame);
   bool ShowsPoints() const { return forms_.Shown() == GraphType::kCustom; }
 
   void TakeType(GraphType type);
@@ -83,12 +100,14 @@ class GraphEditor {
 
   AppContext& app_;
   ui::Window& window_;
-  const GraphAxis axis_;
+  GraphEditorSpec spec_;
   WeightGraph* graph_;
   GraphForms forms_;
   int selected_ = 1;
   double pointer_ = -1;                 // place under the mouse; -1: none
   std::optional<PlotFrame> dragFrame_;  // stands still while a point is dragged
+  std::optional<PlotFrame> curvesFrame_;  // while other curves are shown
+  std::vector<PlotCurve> curves_;
 };
 
 }  // namespace ormel

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <utility>
 
 #include "charts/ink.h"
@@ -11,6 +12,11 @@ namespace ormel {
 namespace {
 
 constexpr double kMargin = 0.05;  // of the range, beyond each limit
+
+constexpr Colour kFactorColours[] = {Rgb(255, 0, 0),     Rgb(0, 0, 255),   Rgb(0, 218, 0),
+                                     Rgb(255, 240, 0),   Rgb(255, 0, 255), Rgb(0, 226, 255),
+                                     Rgb(255, 255, 255), Rgb(255, 115, 0), Rgb(135, 135, 135),
+                                     Rgb(0, 0, 0),       Rgb(0, 0, 0)};
 
 constexpr Colour kEdgeColour = Rgb(176, 186, 200);
 constexpr Colour kTint = Rgb(232, 240, 250);
@@ -42,6 +48,10 @@ Series Spread(SeriesKind kind, std::span<const double> values, Colour colour) {
 }
 
 }  // namespace
+
+Colour FactorColour(int factor) {
+  return kFactorColours[static_cast<std::size_t>(factor - 1) % std::size(kFactorColours)];
+}
 
 PlotFrame::PlotFrame(double top, double bottom)
     : high_(std::max(top, bottom)), low_(std::min(top, bottom)) {

@@ -14,10 +14,13 @@
 namespace ormel {
 
 struct PlotCurve {
-  std::span<const double> samples;  // at least 2, at equal spacing over the axis
+  std::vector<double> samples;  // at least 2, at equal spacing over the axis
   Colour colour = 0;
   std::string name{};  // in the legend
 };
+
+// The factors of a model take the colours of their curves in turn; factors count from 1.
+Colour FactorColour(int factor);
 
 inline constexpr Colour kCurveColour = Rgb(24, 90, 168);
 

@@ -1,7 +1,6 @@
 #include "mce/nonlinear/graph_rows_window.h"
 
 #include <algorithm>
-#include <iterator>
 #include <utility>
 
 #include "mce/nonlinear/graph_plot.h"
@@ -11,12 +10,6 @@
 
 namespace ormel {
 namespace {
-
-// The factors of a model take them in turn.
-constexpr Colour kFactorColours[] = {Rgb(255, 0, 0),     Rgb(0, 0, 255),   Rgb(0, 218, 0),
-                                     Rgb(255, 240, 0),   Rgb(255, 0, 255), Rgb(0, 226, 255),
-                                     Rgb(255, 255, 255), Rgb(255, 115, 0), Rgb(135, 135, 135),
-                                     Rgb(0, 0, 0),       Rgb(0, 0, 0)};
 
 constexpr int kPictureWidth = 90;
 constexpr int kPictureHeight = 26;
@@ -61,7 +54,7 @@ void GraphRows::ResizeRows(int count) {
 
 // A new factor weighs all values alike, but the first one of a cleared form begins as itself.
 void GraphRows::SetRowDefaults(int row) {
-  Weight(row) = {kFactorColours[static_cast<std::size_t>(row - 1) % std::size(kFactorColours)], {}};
+  Weight(row) = {FactorColour(row), {}};
   if (row == 1 && wasCleared_) ResetToIdentity(Weight(row).graph);
   FColour(row).SetToolTip("Colour of the factor's curve; click to change it");
   FColour(row).onClick = [this, row] { PickColour(row); };

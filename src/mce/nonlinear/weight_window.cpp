@@ -9,7 +9,7 @@ namespace ormel {
 FrmWeight::FrmWeight(AppContext& app, const std::string& caption, WeightGraph& graph,
                      ui::Handler modwt)
     : Window("frmWeight", caption),
-      editor(*this, app, FactorValueAxis(), graph),
+      editor(*this, app, {.axis = FactorValueAxis()}, graph),
       modwt_(std::move(modwt)) {
   cmdDone.SetDefault();
   cmdDone.SetCancel();

@@ -58,6 +58,15 @@ class StepGenerator {
     ScaleSums(frames_.Row(step, row), mask_.Row(row), ScaleOf(step), values);
   }
 
+  // The same for one cell, column and row from 1.
+  double ScaledValue(int step, int column, int row) const {
+    const auto place = static_cast<std::size_t>(column - 1);
+    double value = 0;
+    ScaleSums(frames_.Row(step, row).subspan(place, 1), mask_.Row(row).subspan(place, 1),
+              ScaleOf(step), {&value, 1});
+    return value;
+  }
+
   // Of all factors in the steps computed so far.
   const Extremes& EffectiveWeights() const { return weights_; }
 

@@ -29,7 +29,7 @@ void ClearTemporaryFolder(const std::string& folder) {
 class StepWriter {
  public:
   StepWriter(const TimeStepModel& model, StepGenerator& generator, const StepRunSettings& settings,
-             StepFiles& files)
+             WrittenSteps& files)
       : model_(model), generator_(generator), settings_(settings), files_(files) {
     if (!model.output.raster) ClearTemporaryFolder(settings.temporaryFolder);
   }
@@ -45,7 +45,8 @@ class StepWriter {
   Outcome<> WriteRaster(int step, ProgressSink& progress) {
     const StepOutput& output = model_.output;
     const std::string path = StepPath(
-        model_, output.raster ? output.folder : settings_.temporaryFolder, step, ".asc");
+        output, output.raster ? output.folder : settings_.temporaryFolder, step, model_.Steps(),
+        ".asc");
     const MapFrame& frame = generator_.Frame();
     RowSteps rows;
     rows.make = [&](int row, std::span<double> values, RowText& text) {
@@ -60,7 +61,8 @@ class StepWriter {
   }
 
   Outcome<> WritePicture(int step) {
-    const std::string path = StepPath(model_, model_.output.folder, step, ".bmp");
+    const StepOutput& output = model_.output;
+    const std::string path = StepPath(output, output.folder, step, model_.Steps(), ".bmp");
     Outcome<> written = WriteBitmap(DrawStep(model_, generator_, settings_, step), path);
     if (written.Ok()) files_.bitmaps.push_back(path);
     return written;
@@ -69,7 +71,7 @@ class StepWriter {
   const TimeStepModel& model_;
   StepGenerator& generator_;
   const StepRunSettings& settings_;
-  StepFiles& files_;
+  WrittenSteps& files_;
 };
 
 using StepWork = std::function<Outcome<>(int step, ProgressSink& progress)>;
@@ -86,7 +88,7 @@ Outcome<> ForEachStep(int steps, ProgressSink& progress, const StepWork& work) {
 
 }  // namespace
 
-void StepFiles::Delete() {
+void WrittenSteps::Delete() {
   std::error_code ignored;
   for (const auto* list : {&rasters, &bitmaps}) {
     for (const std::string& file : *list) fs::remove(file, ignored);
@@ -95,7 +97,7 @@ void StepFiles::Delete() {
 }
 
 Outcome<> GenerateSteps(const TimeStepModel& model, StepGenerator& generator,
-                        const StepRunSettings& settings, StepFiles& files, ProgressSink& progress,
+                        const StepRunSettings& settings, WrittenSteps& files, ProgressSink& progress,
                         const std::function<void(int step)>& written) {
   StepWriter writer(model, generator, settings, files);
   const StepWork compute = [&](int step, ProgressSink& span) {
@@ -137,9 +139,9 @@ Canvas DrawStep(const TimeStepModel& model, const StepGenerator& generator,
   return picture;
 }
 
-std::string StepPath(const TimeStepModel& model, const std::string& folder, int step,
+std::string StepPath(const StepOutput& output, const std::string& folder, int step, int steps,
                      const std::string& extension) {
-  return JoinPath(folder, model.output.prefix + NumberInSeries(step, model.Steps()) + extension);
+  return JoinPath(folder, output.prefix + NumberInSeries(step, steps) + extension);
 }
 
 std::string StepInfoPath(const StepOutput& output) {

@@ -23,7 +23,7 @@ struct StepRunSettings {
 };
 
 // What a run has written so far, in the order of the steps.
-struct StepFiles {
+struct WrittenSteps {
   std::vector<std::string> rasters;  // exported or temporary
   std::vector<std::string> bitmaps;
 
@@ -36,7 +36,7 @@ struct StepFiles {
 // do away with them when the run fails. A map that is not exported goes to the temporary folder
 // under the name it would have had, in place of those of the run before.
 [[nodiscard]] Outcome<> GenerateSteps(const TimeStepModel& model, StepGenerator& generator,
-                                      const StepRunSettings& settings, StepFiles& files,
+                                      const StepRunSettings& settings, WrittenSteps& files,
                                       ProgressSink& progress,
                                       const std::function<void(int step)>& written);
 
@@ -45,7 +45,7 @@ Canvas DrawStep(const TimeStepModel& model, const StepGenerator& generator,
                 const StepRunSettings& settings, int step);
 
 // The paths of the files that the output options ask for.
-std::string StepPath(const TimeStepModel& model, const std::string& folder, int step,
+std::string StepPath(const StepOutput& output, const std::string& folder, int step, int steps,
                      const std::string& extension);
 std::string StepInfoPath(const StepOutput& output);
 

@@ -47,6 +47,9 @@ class QtDesktop final : public Desktop {
                                     const std::string& proposal) override;
   std::optional<Colour> PickColour(const std::string& title, Colour start) override;
   std::optional<Font> PickFont(const std::string& title, const Font& start) override;
+  std::optional<std::size_t> PickEntry(const std::string& text, const std::string& title,
+                                       const std::vector<std::string>& entries) override;
+  std::optional<std::string> Jpeg(const Canvas& picture) override;
 
   // A tick that shows a dialog is not called again before it returns: the toolkit sees to that.
   TimerId StartTimer(std::chrono::milliseconds interval, Handler tick) override;

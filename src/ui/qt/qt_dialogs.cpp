@@ -5,6 +5,7 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QFontDialog>
+#include <QBuffer>
 #include <QInputDialog>
 #include <QMessageBox>
 
@@ -176,6 +177,27 @@ std::optional<Font> QtDesktop::PickFont(const std::string& title, const Font& st
   font = QFontDialog::getFont(&accepted, font, InFront(), ToQt(title));
   if (!accepted) return std::nullopt;
   return Font{FromQt(font.family()), font.pointSize(), font.bold(), font.italic()};
+}
+
+std::optional<std::size_t> QtDesktop::PickEntry(const std::string& text, const std::string& title,
+                                                const std::vector<std::string>& entries) {
+  QStringList items;
+  for (const std::string& entry : entries) items << ToQt(entry);
+  QInputDialog box(InFront());
+  box.setWindowTitle(ToQt(title));
+  box.setLabelText(ToQt(text));
+  box.setComboBoxItems(items);
+  if (box.exec() != QDialog::Accepted) return std::nullopt;
+  return static_cast<std::size_t>(std::max<qsizetype>(items.indexOf(box.textValue()), 0));
+}
+
+std::optional<std::string> QtDesktop::Jpeg(const Canvas& picture) {
+  constexpr int kQuality = 90;
+  QByteArray bytes;
+  QBuffer buffer(&bytes);
+  buffer.open(QIODevice::WriteOnly);
+  if (!ViewOf(picture).save(&buffer, "JPG", kQuality)) return std::nullopt;
+  return bytes.toStdString();
 }
 
 }  // namespace ormel::ui
