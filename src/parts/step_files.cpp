@@ -40,7 +40,7 @@ StepFiles::StepFiles(ui::Window& window, ui::Desktop& desktop, StepFilesTexts te
   File.onDoubleClick = [this] {
     if (File.FirstSelected() != 0) Fill({File.Item(File.FirstSelected())}, texts_.selectedTooMany);
   };
-  lstTSFF.onDoubleClick = [this] { PickFile(); };
+  for (ui::ListBox* list : {&lstSteps, &lstTSFF}) list->onDoubleClick = [this] { PickFile(); };
   SpMove.onChange = [this] { Move(); };
   cmdFlip.onClick = [this] { Flip(); };
   cmdReset.onClick = [this] {

@@ -7,6 +7,7 @@
 #include "mce/nonlinear/nonlinear_builder_window.h"
 #include "mce/save_model_window.h"
 #include "mce/timestep/step_calendar_window.h"
+#include "movies/map_movie_window.h"
 #include "rastertools/class_map_window.h"
 #include "rastertools/data_prep_window.h"
 #include "rastertools/map_algebra_window.h"
@@ -113,7 +114,9 @@ std::vector<ui::MenuSpec> FrmMain::Menus() {
             {"mMapStats", "Map Statistics", "", Run(&FrmMain::mMapStats), {}},
             {"mMapAlgebra", "Map Algebra", "", Run(&FrmMain::mMapAlgebra), {}},
             {"mClass", "Create Map from Class Data", "", Run(&FrmMain::mClass), {}},
-            {"mGenFCSV", "Generate Time Step Maps from CSV", "", Run(&FrmMain::mGenFCSV), {}}}},
+            {"mGenFCSV", "Generate Time Step Maps from CSV", "", Run(&FrmMain::mGenFCSV), {}},
+            ui::MenuSpec::Separator(),
+            {"mAVI", "Write AVI", "", Run(&FrmMain::mAVI), {}}}},
           {"mViewer",
            "&Viewer",
            "",
@@ -290,6 +293,8 @@ void FrmMain::mMapAlgebra() { OpenTool<FrmMapAlgebra>(); }
 void FrmMain::mClass() { OpenTool<FrmClass>(); }
 
 void FrmMain::mGenFCSV() { OpenTool<FrmGenTSMaps>(); }
+
+void FrmMain::mAVI() { OpenTool<FrmAVI>(); }
 
 // ---- Viewers ------------------------------------------------------------------------------------
 

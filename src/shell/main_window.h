@@ -90,6 +90,7 @@ class FrmMain final : public ui::Window {
   void mMapAlgebra();
   void mClass();
   void mGenFCSV();
+  void mAVI();
 
   // Each tool has one window: it comes to the front when it is open.
   template <class Tool>

@@ -133,7 +133,9 @@ void GraphEditor::Draw() {
   GraphPlot shown{spec_.axis};
   if (curvesFrame_) {
     shown.curves = curves_;
-    return plot.Show(WeightChart(*curvesFrame_, shown));
+    Chart chart = WeightChart(*curvesFrame_, shown);
+    chart.frame.reset();  // the legend needs room
+    return plot.Show(std::move(chart));
   }
   shown.curves.push_back({graph_->samples, kCurveColour});
   shown.pointer = pointer_;
@@ -249,6 +251,7 @@ void GraphEditor::AskPointCount() {
 // ---- Mouse and keyboard -------------------------------------------------------------------------
 
 void GraphEditor::UseMouse(const ui::MouseEvent& event) {
+  if (curvesFrame_) return;
   const PlotFrame frame = Frame();
   pointer_ = frame.PlaceAt(event.x);
   ReadOut(pointer_);

@@ -64,8 +64,8 @@ void FrmTSClass::LayOut() {
   SetLayout(Column{
       Share(1,
             Row{Share(2, Column{Share(1, Frame{"Factors",
-                                               Share(1, Row{Share(3, lstFactors),
-                                                            Share(2, lstState)})}),
+                                               Share(1, Row{Share(2, lstFactors),
+                                                            Share(1, lstState)})}),
                                 Frame{"Method of Change", methods}}),
                 Share(3, Column{Share(1, Frame{FrTSList, Share(1, files.Steps())}),
                                 Share(1, Frame{frProducts,
@@ -229,16 +229,17 @@ std::string FrmTSClass::Fault(const Item& item) const {
 
 std::string FrmTSClass::StateOf(const Item& item) const {
   const FactorBehaviour& behaviour = item.behaviour;
-  if (behaviour.method == StepMethod::kExistingFiles) {
-    const std::size_t count = CountFiles(behaviour, dates_);
-    return (count == dates_.size() ? "complete: " : "incomplete: ") + std::to_string(count) +
-           " of " + std::to_string(dates_.size()) + " maps";
+  switch (behaviour.method) {
+    case StepMethod::kExistingFiles: {
+      const std::size_t count = CountFiles(behaviour, dates_);
+      if (count == dates_.size()) return "complete";
+      return std::to_string(count) + " of " + std::to_string(dates_.size());
+    }
+    case StepMethod::kProducts:
+      return behaviour.product.size() == dates_.size() ? "complete" : "no row";
+    default:
+      return "static";
   }
-  if (behaviour.method == StepMethod::kProducts) {
-    return behaviour.product.size() == dates_.size() ? "complete: row " + behaviour.productRow
-                                                     : "incomplete: no row";
-  }
-  return "static";
 }
 
 void FrmTSClass::ShowStates() {

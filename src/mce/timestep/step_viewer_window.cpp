@@ -43,7 +43,7 @@ constexpr Colour kButtonGround = Rgb(244, 246, 249);
 StepViewerWindow::StepViewerWindow(AppContext& app, StepWizard& wizard, const std::string& name,
                                    StepSeries series)
     : Window(name, "Time Step Viewing Utility"),
-      chart(*this, app, "picPoints", 420, 200),
+      chart(*this, app, "picPoints", 640, 150),
       output(*this, app, [this] { return ShownWithLegend(); }),
       app_(app),
       wizard_(wizard),
@@ -111,14 +111,14 @@ void StepViewerWindow::LayOut() {
                    Row{cmdExpAVI, pictureButtons.cmdCopy, pictureButtons.cmdSave, Stretch{},
                        cmdReturn, cmdExit}};
   const Column beside{
-      Row{Share(1, Frame{"Zoom Window", PicZoom, ckActive}),
-          Share(1, Frame{"Under the mouse", Table{{"X:", lblX}, {"Y:", lblY}, {"Value:", lblvalue}},
-                         ckLoadData, Stretch{}})},
+      Share(1, Frame{"Zoom Window", Share(1, PicZoom), ckActive}),
+      Frame{"Under the mouse", Table{{"X:", lblX}, {"Y:", lblY}, {"Value:", lblvalue}}, ckLoadData},
       Frame{"Factor Weights:", Row{Share(1, Column{weights}), scrlFWT},
-            Row{lblWeightLow, Stretch{}, lblWeightHigh}},
-      Share(1, Frame{"Locked Points", Share(1, List1), Row{cmdUnlock, Stretch{}},
-                     Share(2, chart.Area())})};
-  SetLayout(Row{Share(3, map), Share(2, beside)});
+            Row{lblWeightLow, Stretch{}, lblWeightHigh}}};
+  const Frame points{"Locked Points",
+                     Row{Share(1, Column{Share(1, List1), Row{cmdUnlock, Stretch{}}}),
+                         Share(3, chart.Area())}};
+  SetLayout(Column{Share(3, Row{Share(5, map), Share(2, beside)}), Share(1, points)});
 }
 
 // ---- The step on show ---------------------------------------------------------------------------
