@@ -16,11 +16,11 @@ inline constexpr int kStepMethods = 4;
 struct FactorBehaviour {
   StepMethod method = StepMethod::kStatic;
   // kExistingFiles: the map of each step. A step whose entry is its own date has none yet.
-  std::vector<std::string> stepFiles;
+  std::vector<std::string> stepFiles{};
   // kProducts: a table, the title of its row, and the numbers of that row, one for each step.
-  std::string productCsv;
-  std::string productRow;
-  std::vector<float> product;
+  std::string productCsv{};
+  std::string productRow{};
+  std::vector<float> product{};
 
   // Of step `step`, from 1.
   double Product(int step) const {

@@ -62,8 +62,8 @@ struct FactorSteps {
 };
 
 struct StepOutput {
-  std::string folder;
-  std::string prefix;
+  std::string folder{};
+  std::string prefix{};
   bool raster = true;
   bool bitmap = false;
   bool info = true;
