@@ -97,6 +97,15 @@ void FrmTSClass::FitFiles(FactorBehaviour& behaviour, const std::vector<std::str
   behaviour.stepFiles = std::move(files);
 }
 
+// The numbers of a row that has as many as there are steps; of any other a person is asked first.
+void FrmTSClass::ReadAgain(FactorBehaviour& behaviour, std::size_t steps) {
+  if (behaviour.product.size() == steps) return;
+  behaviour.product.clear();
+  if (behaviour.productRow.empty()) return;
+  Outcome<std::vector<float>> row = ReadProductRow(behaviour.productCsv, behaviour.productRow);
+  if (row.Ok() && row.Value().size() == steps) behaviour.product = std::move(row.Value());
+}
+
 void FrmTSClass::Fit(const std::vector<ListedFactor>& factors,
                      const std::vector<std::string>& dates) {
   const int selected = std::max(lstFactors.FirstSelected(), 1);
@@ -108,7 +117,7 @@ void FrmTSClass::Fit(const std::vector<ListedFactor>& factors,
     if (known == items_.end()) continue;
     FactorBehaviour& behaviour = items.back().behaviour = known->behaviour;
     FitFiles(behaviour, dates);
-    if (behaviour.product.size() != dates.size()) behaviour.product.clear();
+    ReadAgain(behaviour, dates.size());
   }
   items_ = std::move(items);
   dates_ = dates;

@@ -69,6 +69,7 @@ class FrmTSClass final : public ui::Window {
   std::string Fault(const Item& item) const;
   void FitFiles(FactorBehaviour& behaviour, const std::vector<std::string>& dates) const;
 
+  static void ReadAgain(FactorBehaviour& behaviour, std::size_t steps);
   void PickTable();
   void TakeTable();
   void ReadRow();
