@@ -53,7 +53,7 @@ TEST_P(FileWriting, AFullDiskLeavesTheOldFileAndNothingElse) {
       outcome = Write(std::string(1000, 'x'), 1000);
     }
     ASSERT_TRUE(outcome.Failed());
-    EXPECT_EQ(outcome.Why().kind, FailureKind::kDisk);
+    EXPECT_EQ(outcome.Why().kind, FailureKind::kDiskFull);
     EXPECT_NE(outcome.Text().find("map.asc: could not be written"), std::string::npos);
     EXPECT_EQ(ReadText(path_), "old") << room;
     EXPECT_EQ(folder_.Entries(), 1) << room;
