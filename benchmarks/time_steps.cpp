@@ -1,6 +1,6 @@
-// Times time-step models as whole processes, `ormel-batch MODEL.tsi -o FOLDER`, in turn with `wc -w`
-// on all that they read and write, each file once; and the writing of a movie in turn with `cp` of
-// its bitmaps.
+// Times time-step models as whole processes, `ormel-batch MODEL.tsi -o FOLDER`, in turn with `wc
+// -w` on all that they read and write, each file once; and the writing of a movie in turn with `cp`
+// of its bitmaps.
 //
 //   time_steps [SIDE]      maps of SIDE x SIDE cells, 500 unless told otherwise
 //
@@ -33,8 +33,9 @@ std::string ModelText(bool stays) {
     text += "FAC$" + FactorName(factor) + "#" + std::to_string(factor) + "#True#";
     behaviours += stays ? "CI#0#" : "CI#1#";
     for (int step = 1; !stays && step <= kSteps; ++step) behaviours += StepName(factor, step) + "#";
-    graphs += "* 2* 0* 255* 0* 0* 0* 255* 255* 0* .5* 1.5* .5* .2* 0* 255* .5* 0* 0* 255* 10* 0*"
-              " 1.5* .5* 3* 1* 1*#";
+    graphs +=
+        "* 2* 0* 255* 0* 0* 0* 255* 255* 0* .5* 1.5* .5* .2* 0* 255* .5* 0* 0* 255* 10* 0*"
+        " 1.5* .5* 3* 1* 1*#";
   }
   return text + "CST$NULLTSNS$" + behaviours + "TS3$" + std::to_string(kFactors) + "#" + graphs +
          "TS4$.#m#Default#0#1#0#1#False#";

@@ -35,8 +35,8 @@ void BuilderWindow::LayOut() {
   for (ui::LayoutItem& frame : Kind().FurtherFrames()) frames.items.push_back(std::move(frame));
   ui::Row buttons;
   buttons.items = Buttons();
-  for (ui::LayoutItem item : {ui::LayoutItem(ui::Stretch{}), ui::LayoutItem(cmdOk),
-                              ui::LayoutItem(cmdClose)}) {
+  for (ui::LayoutItem item :
+       {ui::LayoutItem(ui::Stretch{}), ui::LayoutItem(cmdOk), ui::LayoutItem(cmdClose)}) {
     buttons.items.push_back(std::move(item));
   }
   SetLayout(ui::Column{ui::Row{"&Title:", txtTitle}, ToolsRow(), rows.Area(), ui::Share(3, frames),
@@ -53,9 +53,8 @@ void BuilderWindow::PickConstraintColour() {
 }
 
 void BuilderWindow::cmdSave_Click() {
-  const std::optional<std::string> path = app_.session.saveInPlace
-                                              ? std::optional(app_.session.modelFile)
-                                              : AskSaveTarget();
+  const std::optional<std::string> path =
+      app_.session.saveInPlace ? std::optional(app_.session.modelFile) : AskSaveTarget();
   if (path) (void)WriteModel(*path);
 }
 

@@ -192,8 +192,8 @@ Outcome<> GeneratorWindow::DrawFactors(ProgressSink& progress) {
 RowWatcher GeneratorWindow::FactorPainter(int factor) {
   return [this, factor](int row, std::span<const double> values, double /*nodata*/) {
     Shown& shown = PictureOf(factor);
-    DrawModelRow(shown.picture->Drawing(), *preview_, map_->Mask(), {shown.palette, CV.Value()}, row,
-                 values);
+    DrawModelRow(shown.picture->Drawing(), *preview_, map_->Mask(), {shown.palette, CV.Value()},
+                 row, values);
   };
 }
 

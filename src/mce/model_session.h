@@ -23,8 +23,8 @@ class RunningModel {
 
 class ModelSession {
  public:
-  std::string modelFile;     // path of the model's file; empty: it has none yet
-  bool saveInPlace = false;  // a save goes to modelFile without a dialog
+  std::string modelFile;        // path of the model's file; empty: it has none yet
+  bool saveInPlace = false;     // a save goes to modelFile without a dialog
   bool nonLinearSteps = false;  // the factors of the next time-step model have weight graphs
 
   // Null when no model runs.

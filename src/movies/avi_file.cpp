@@ -208,9 +208,8 @@ class AviFile {
   std::string StreamHeader() const {
     std::string content(info_.type);
     content += info_.handler;
-    for (const std::uint64_t field :
-         {0U, 0U, 0U, info_.scale, info_.rate, 0U, frames_,
-          std::max(largest_, info_.suggestedBufferSize), 0U, 0U}) {
+    for (const std::uint64_t field : {0U, 0U, 0U, info_.scale, info_.rate, 0U, frames_,
+                                      std::max(largest_, info_.suggestedBufferSize), 0U, 0U}) {
       Append4(content, field);
     }
     AppendNumber(content, 0, 4);  // the corner of the frames

@@ -118,7 +118,8 @@ void FrmAVI::RemoveFrame() {
 
 void FrmAVI::ListFrames(int selected) {
   std::vector<std::string> names;
-  for (std::size_t i = 0; i < frames_.size(); ++i) names.push_back("Frame " + std::to_string(i + 1));
+  for (std::size_t i = 0; i < frames_.size(); ++i)
+    names.push_back("Frame " + std::to_string(i + 1));
   lstF.SetItems(std::move(names));
   if (selected > 0) lstF.SetSelected({selected});
   cmdAdd.SetEnabled(frames_.size() < kMovieCells);
@@ -128,8 +129,8 @@ void FrmAVI::ListFrames(int selected) {
 void FrmAVI::SelectFrame() {
   const ConcurrentFrame* frame = Selected();
   for (ui::Control* control : std::initializer_list<ui::Control*>{
-           &cmdRemove, &txtPal, &cmdChngP, &files.lstTSFF, &files.cmdAddSelected,
-           &files.cmdReadDir, &files.cmdFlip, &files.cmdReset, &files.SpMove}) {
+           &cmdRemove, &txtPal, &cmdChngP, &files.lstTSFF, &files.cmdAddSelected, &files.cmdReadDir,
+           &files.cmdFlip, &files.cmdReset, &files.SpMove}) {
     control->SetEnabled(frame != nullptr);
   }
   txtPal.SetText(frame == nullptr ? "" : frame->palette);
@@ -200,8 +201,7 @@ void FrmAVI::SetPalette(const std::string& palette) {
   const std::string path = PathOf(*frame);
   frame->good = CheckPaletteFile(path) == "GOOD";
   if (!Exists(path)) {
-    app_.desktop.Message(
-        "The palette file you specified does not exist! Please choose another.");
+    app_.desktop.Message("The palette file you specified does not exist! Please choose another.");
   } else if (!frame->good) {
     app_.desktop.Message("The specified palette file is corrupt! Please choose another.");
   }
@@ -224,8 +224,8 @@ bool FrmAVI::Fits(const std::string& path) {
     std::copy_n(first.Value().values.begin(), reference.texts.size(), reference.texts.begin());
     break;
   }
-  const bool fits = !reference.IsSet() ||
-                    HeaderDifferences(path, header.Value().values, reference.texts).empty();
+  const bool fits =
+      !reference.IsSet() || HeaderDifferences(path, header.Value().values, reference.texts).empty();
   if (!fits) {
     app_.desktop.Message(FileNamePart(path, true) +
                          " Does Not Fit the Current Map Specifications!");

@@ -38,9 +38,9 @@ class StepFiles {
   ui::LayoutItem Steps();
   ui::LayoutItem Folder();
 
-  ui::ListBox lstSteps;  // their names
-  ui::ListBox lstTSFF;   // their files
-  ui::TextBox txtAddPos; // where the next file goes
+  ui::ListBox lstSteps;   // their names
+  ui::ListBox lstTSFF;    // their files
+  ui::TextBox txtAddPos;  // where the next file goes
   ui::Button cmdAddSelected;
   ui::Button cmdReadDir;
   ui::SpinButton SpMove;

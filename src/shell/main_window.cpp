@@ -315,12 +315,10 @@ bool FrmMain::OpenAs(const std::string& path, std::string_view extension) {
     const char* extension;
     void (FrmMain::*open)(const std::string& path);
   };
-  static constexpr Opener kOpeners[] = {{"mif", &FrmMain::OpenLinearModel},
-                                        {"cmf", &FrmMain::OpenNonlinearModel},
-                                        {"tsi", &FrmMain::OpenTimeStepModel},
-                                        {"asc", &FrmMain::OpenMap},
-                                        {"grd", &FrmMain::OpenMap},
-                                        {"txt", &FrmMain::OpenMap}};
+  static constexpr Opener kOpeners[] = {
+      {"mif", &FrmMain::OpenLinearModel},   {"cmf", &FrmMain::OpenNonlinearModel},
+      {"tsi", &FrmMain::OpenTimeStepModel}, {"asc", &FrmMain::OpenMap},
+      {"grd", &FrmMain::OpenMap},           {"txt", &FrmMain::OpenMap}};
   for (const Opener& opener : kOpeners) {
     if (extension != opener.extension) continue;
     (this->*opener.open)(path);

@@ -19,7 +19,8 @@ double RoundToLength(double value, int length);
 // As many zeros as the number has digits, a point among them: the pattern for the numbers up to it.
 std::string ZeroPad(double value);
 
-// The number with zeros in front, as long as `last` is: a series of files up to `last` sorts by name.
+// The number with zeros in front, as long as `last` is: a series of files up to `last` sorts by
+// name.
 std::string NumberInSeries(int number, int last);
 
 // The value when it is whole, otherwise the next whole number above its floor.

@@ -26,8 +26,8 @@ struct ReadMovie {
   std::uint64_t total = 0;   // as that of a long movie does
   int parts = 0;
   std::vector<std::string> frames;
-  std::vector<std::string> plainIndex;   // the frames that idx1 leads to
-  std::vector<std::string> superIndex;   // those that the index of indexes leads to
+  std::vector<std::string> plainIndex;  // the frames that idx1 leads to
+  std::vector<std::string> superIndex;  // those that the index of indexes leads to
 };
 
 class MovieReader {
@@ -81,8 +81,7 @@ class MovieReader {
     const std::size_t base = Number(at + 20, 8);
     for (std::size_t i = 0; i < Number(at + 12, 4); ++i) {
       const std::size_t entry = at + 32 + 8 * i;
-      movie_.superIndex.push_back(
-          bytes_.substr(base + Number(entry, 4), Number(entry + 4, 4)));
+      movie_.superIndex.push_back(bytes_.substr(base + Number(entry, 4), Number(entry + 4, 4)));
     }
   }
 
@@ -115,8 +114,8 @@ class Movies : public ::testing::Test {
   std::optional<std::string> Probed() const {
     const std::string command =
         "ffprobe -v error -count_frames -show_entries "
-        "stream=codec_name,width,height,r_frame_rate,nb_read_frames -of csv=p=0 " + Path() +
-        " 2>&1";
+        "stream=codec_name,width,height,r_frame_rate,nb_read_frames -of csv=p=0 " +
+        Path() + " 2>&1";
     if (std::system("command -v ffprobe >/dev/null 2>&1") != 0) return std::nullopt;
     FILE* pipe = popen(command.c_str(), "r");
     std::string text(200, '\0');
@@ -249,7 +248,8 @@ TEST(Dib, IsTheBitmapOfACanvas) {
   const Outcome<cDIB> dib = cDIB::CreateFromFile(folder / "c.bmp");
   EXPECT_EQ(dib.Value().Picture().Pixel(2, 0), Rgb(1, 2, 3));
   EXPECT_EQ(dib.Value().Picture().Pixel(2, 1), kWhite);
-  const std::string packed = std::string(dib.Value().BitmapInfo()) + std::string(dib.Value().Bits());
+  const std::string packed =
+      std::string(dib.Value().BitmapInfo()) + std::string(dib.Value().Bits());
   EXPECT_EQ(cDIB::CreateFromPackedDIBPointer(packed).Value().Bits(), dib.Value().Bits());
   std::string few = packed;
   few[14] = 8;

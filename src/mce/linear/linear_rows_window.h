@@ -1,5 +1,5 @@
-// What the rows of linear factors hold beside their maps: a weight with its slider, and whether high
-// or low values are good.
+// What the rows of linear factors hold beside their maps: a weight with its slider, and whether
+// high or low values are good.
 #pragma once
 
 #include <memory>

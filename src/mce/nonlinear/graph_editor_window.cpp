@@ -100,9 +100,9 @@ ui::LayoutItem GraphEditor::Area() {
       ui::Share(1,
                 ui::Row{ui::Share(5, plot.picture),
                         ui::Share(2, ui::Column{forms_.Frames(std::move(points)), ui::Stretch{}})}),
-      ui::Row{ui::Share(
-                  1, ui::Frame{"Under the mouse", ui::Row{spec_.axis.title + ":", ui::Share(1, lblPlace),
-                                                          "Weight:", ui::Share(2, lblWeight)}}),
+      ui::Row{ui::Share(1, ui::Frame{"Under the mouse",
+                                     ui::Row{spec_.axis.title + ":", ui::Share(1, lblPlace),
+                                             "Weight:", ui::Share(2, lblWeight)}}),
               ui::Share(
                   1, ui::Frame{"Limits of the plot", ui::Row{"Lowest:", ui::Share(1, lblYMin),
                                                              "Mean:", ui::Share(1, lblYavg),
@@ -312,7 +312,8 @@ void GraphEditor::LoadCsv() {
   if (values.size() != static_cast<std::size_t>(graph_->pointCount)) {
     const ui::Answer answer = app_.desktop.Ask(
         "The number of data points in your file is " + std::to_string(values.size()) +
-            " while the number of " + spec_.pointsWord + " is " + std::to_string(graph_->pointCount) +
+            " while the number of " + spec_.pointsWord + " is " +
+            std::to_string(graph_->pointCount) +
             ". Would you like the program to interpolate to fill the graph with your range of data "
             "rather than filling as much as possible?",
         ui::kProgramTitle, ui::Buttons::kYesNoCancel);

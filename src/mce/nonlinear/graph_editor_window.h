@@ -104,8 +104,8 @@ class GraphEditor {
   WeightGraph* graph_;
   GraphForms forms_;
   int selected_ = 1;
-  double pointer_ = -1;                 // place under the mouse; -1: none
-  std::optional<PlotFrame> dragFrame_;  // stands still while a point is dragged
+  double pointer_ = -1;                   // place under the mouse; -1: none
+  std::optional<PlotFrame> dragFrame_;    // stands still while a point is dragged
   std::optional<PlotFrame> curvesFrame_;  // while other curves are shown
   std::vector<PlotCurve> curves_;
 };

@@ -29,8 +29,8 @@ FrmTSClass::FrmTSClass(AppContext& app, StepWizard& wizard)
       files(*this, app.desktop, {kSelectedTooMany, kFolderTooMany}),
       app_(app),
       wizard_(wizard) {
-  optMethod.SetCaptions({"Static", "Existing Files", "Functional Changes to the Original ",
-                         "A Product Database"});
+  optMethod.SetCaptions(
+      {"Static", "Existing Files", "Functional Changes to the Original ", "A Product Database"});
   files.folder.SetFolder(app.settings.workingDirectory);
   files.File.SetFolder(files.folder.Folder());
   ConnectControls();
@@ -62,19 +62,16 @@ void FrmTSClass::LayOut() {
   using ui::Column, ui::Frame, ui::Row, ui::Share, ui::Stretch;
   const Column methods{optMethod(0), optMethod(3), optMethod(2), optMethod(1)};
   SetLayout(Column{
-      Share(1,
-            Row{Share(2, Column{Share(1, Frame{"Factors",
-                                               Share(1, Row{Share(2, lstFactors),
-                                                            Share(1, lstState)})}),
-                                Frame{"Method of Change", methods}}),
-                Share(3, Column{Share(1, Frame{FrTSList, Share(1, files.Steps())}),
-                                Share(1, Frame{frProducts,
-                                               Row{"&Table:", txtCSV, cmdLoadCSV}, "&Row:",
-                                               Share(1, RoW), lblProducts}),
-                                Frame{frAlgorithm, "The map is the same at every step.",
-                                      Row{cmdAlgorithm, Stretch{}}},
-                                Frame{frStatic, "The map is the same at every step."}}),
-                Share(2, Frame{frTSDir, Share(1, files.Folder())})}),
+      Share(1, Row{Share(2, Column{Share(1, Frame{"Factors", Share(1, Row{Share(2, lstFactors),
+                                                                          Share(1, lstState)})}),
+                                   Frame{"Method of Change", methods}}),
+                   Share(3, Column{Share(1, Frame{FrTSList, Share(1, files.Steps())}),
+                                   Share(1, Frame{frProducts, Row{"&Table:", txtCSV, cmdLoadCSV},
+                                                  "&Row:", Share(1, RoW), lblProducts}),
+                                   Frame{frAlgorithm, "The map is the same at every step.",
+                                         Row{cmdAlgorithm, Stretch{}}},
+                                   Frame{frStatic, "The map is the same at every step."}}),
+                   Share(2, Frame{frTSDir, Share(1, files.Folder())})}),
       parts_.Buttons()});
 }
 

@@ -90,7 +90,8 @@ Outcome<std::vector<float>> ReadProductRow(const std::string& path, const std::s
 std::vector<float> SpreadProducts(const std::vector<float>& row, int steps) {
   const std::vector<double> values(row.begin(), row.end());
   std::vector<float> spread;
-  for (int step = 1; step <= steps; ++step) spread.push_back(Single(SpreadValue(values, step, steps)));
+  for (int step = 1; step <= steps; ++step)
+    spread.push_back(Single(SpreadValue(values, step, steps)));
   return spread;
 }
 

@@ -39,8 +39,8 @@ int OpenHiddenFile(const std::string& folder, std::size_t bytes) {
 Failure NoRoom(const std::string& folder, std::size_t bytes) {
   const bool full = errno == ENOSPC || errno == EFBIG || errno == EDQUOT;
   return {full ? FailureKind::kDiskFull : FailureKind::kDisk,
-          folder + ": " + SizeText(bytes) + " for the maps of all steps cannot be kept there: " +
-              std::strerror(errno)};
+          folder + ": " + SizeText(bytes) +
+              " for the maps of all steps cannot be kept there: " + std::strerror(errno)};
 }
 
 }  // namespace

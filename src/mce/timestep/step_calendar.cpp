@@ -11,8 +11,7 @@
 namespace ormel {
 namespace {
 
-constexpr char kSingleStep[] =
-    "Your Date Range Encloses Only a Single Step! Please Modify it.";
+constexpr char kSingleStep[] = "Your Date Range Encloses Only a Single Step! Please Modify it.";
 
 // Of kStepUnits.
 constexpr DateUnit kUnits[] = {DateUnit::kYear, DateUnit::kMonth,  DateUnit::kDay,
@@ -83,7 +82,8 @@ void CloseRange(const Range& range, std::vector<std::string>& dates) {
   const std::int64_t step = seconds(dateOf(0), dateOf(1));
   if (last == total) return;
   const bool overshoots = last > total;
-  const std::int64_t away = overshoots ? seconds(range.start, lastDate) : seconds(lastDate, range.end);
+  const std::int64_t away =
+      overshoots ? seconds(range.start, lastDate) : seconds(lastDate, range.end);
   if (static_cast<double>(step) / 2 >= static_cast<double>(away)) {
     dates.back() = ShortDate(range.end);
   } else {

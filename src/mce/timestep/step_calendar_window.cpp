@@ -64,9 +64,9 @@ void FrmTS1::Connect(Moment& moment, const char* badYear) {
 }
 
 ui::LayoutItem FrmTS1::Line(Moment& moment) {
-  return ui::Row{"Year:",       moment.year,   "Month:",      ui::Share(2, moment.month),
-                 "Day:",        moment.day,    "Time:",       moment.hour,
-                 ":",           moment.minute, ":",           moment.second};
+  return ui::Row{"Year:", moment.year,   "Month:", ui::Share(2, moment.month),
+                 "Day:",  moment.day,    "Time:",  moment.hour,
+                 ":",     moment.minute, ":",      moment.second};
 }
 
 CalendarMoment FrmTS1::EntriesOf(const Moment& moment) {

@@ -35,14 +35,15 @@ std::vector<ui::MenuSpec> StepFactorsWindow::Menu() {
     if (entry.name == "mSave") entry.shortcut.clear();  // it saves the whole model here
   }
   std::vector<ui::MenuSpec> steps = StepPageParts::SaveMenu(wizard_);
+  steps.push_back(ui::MenuSpec::Separator());
   file.insert(file.begin(), steps.begin(), steps.end());
   return {{"mFile", "&File", "", {}, std::move(file)}, {"mTools", "&Tools", "", {}, ToolMenu()}};
 }
 
 void StepFactorsWindow::LayOut() {
-  ui::Row frames{ui::Share(3, ui::Frame{"Constraints", constraints.list,
-                                        ui::Row{constraints.cmdAdd, constraints.cmdRemove,
-                                                ui::Stretch{}}})};
+  ui::Row frames{
+      ui::Share(3, ui::Frame{"Constraints", constraints.list,
+                             ui::Row{constraints.cmdAdd, constraints.cmdRemove, ui::Stretch{}}})};
   for (ui::LayoutItem& frame : Kind().FurtherFrames()) frames.items.push_back(std::move(frame));
   ui::Row files;
   files.items = Buttons();

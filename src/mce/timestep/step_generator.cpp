@@ -25,10 +25,10 @@ Outcome<RowSource> OpenOnFrame(const std::string& path, const MapFrame& frame) {
   if (!header.Ok()) return header.Stop();
   const std::vector<std::string>& size = header.Value().values;
   if (TextToNumber(size[0]) != frame.ncols || TextToNumber(size[1]) != frame.nrows) {
-    return Failure{FailureKind::kRefused,
-                   path + ": has " + size[0] + " columns and " + size[1] +
-                       " rows, and the first factor has " + std::to_string(frame.ncols) + " and " +
-                       std::to_string(frame.nrows)};
+    return Failure{FailureKind::kRefused, path + ": has " + size[0] + " columns and " + size[1] +
+                                              " rows, and the first factor has " +
+                                              std::to_string(frame.ncols) + " and " +
+                                              std::to_string(frame.nrows)};
   }
   return RowSource::Open({path, CountHeaderLines(path), frame.ncols, frame.nrows});
 }

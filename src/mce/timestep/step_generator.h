@@ -22,8 +22,8 @@
 namespace ormel {
 
 struct StepMemory {
-  std::string folder;                      // for frames beyond the memory
-  std::uint64_t maps = 1ULL << 30U;        // bytes for maps that do not change
+  std::string folder;                // for frames beyond the memory
+  std::uint64_t maps = 1ULL << 30U;  // bytes for maps that do not change
   std::uint64_t frames = QuarterOfMemory();
 };
 

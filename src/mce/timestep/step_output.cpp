@@ -44,9 +44,9 @@ class StepWriter {
  private:
   Outcome<> WriteRaster(int step, ProgressSink& progress) {
     const StepOutput& output = model_.output;
-    const std::string path = StepPath(
-        output, output.raster ? output.folder : settings_.temporaryFolder, step, model_.Steps(),
-        ".asc");
+    const std::string path =
+        StepPath(output, output.raster ? output.folder : settings_.temporaryFolder, step,
+                 model_.Steps(), ".asc");
     const MapFrame& frame = generator_.Frame();
     RowSteps rows;
     rows.make = [&](int row, std::span<double> values, RowText& text) {
@@ -97,8 +97,8 @@ void WrittenSteps::Delete() {
 }
 
 Outcome<> GenerateSteps(const TimeStepModel& model, StepGenerator& generator,
-                        const StepRunSettings& settings, WrittenSteps& files, ProgressSink& progress,
-                        const std::function<void(int step)>& written) {
+                        const StepRunSettings& settings, WrittenSteps& files,
+                        ProgressSink& progress, const std::function<void(int step)>& written) {
   StepWriter writer(model, generator, settings, files);
   const StepWork compute = [&](int step, ProgressSink& span) {
     return generator.computeStep(step, span);

@@ -82,7 +82,7 @@ void FrmTS4::Put(const StepOutputText& text) {
 }
 
 StepOutput FrmTS4::Output() const {
-  return {folder.Folder(), txtoutname.Text(), ckRaster.Checked(), ckBMP.Checked(),
+  return {folder.Folder(), txtoutname.Text(),      ckRaster.Checked(), ckBMP.Checked(),
           ckInf.Checked(), optScaletoSet.Chosen(), picCC.Value()};
 }
 
@@ -92,8 +92,8 @@ void FrmTS4::ShowFiles() {
   const int steps = wizard_.Calendar().Steps();
   std::vector<std::string> paths;
   if (output.info) paths.push_back(StepInfoPath(output));
-  for (const auto& [wanted, extension] : {std::pair(output.raster, ".asc"),
-                                          std::pair(output.bitmap, ".bmp")}) {
+  for (const auto& [wanted, extension] :
+       {std::pair(output.raster, ".asc"), std::pair(output.bitmap, ".bmp")}) {
     for (int step = 1; wanted && step <= steps; ++step) {
       paths.push_back(StepPath(output, output.folder, step, steps, extension));
     }
@@ -101,9 +101,10 @@ void FrmTS4::ShowFiles() {
   int replaced = 0;
   std::error_code error;
   for (const std::string& path : paths) replaced += std::filesystem::exists(path, error) ? 1 : 0;
-  std::string text = paths.empty() ? "No file will be written."
-                                   : std::to_string(paths.size()) + " files will be written, the last " +
-                                         FileNamePart(paths.back(), true) + ".";
+  std::string text = paths.empty()
+                         ? "No file will be written."
+                         : std::to_string(paths.size()) + " files will be written, the last " +
+                               FileNamePart(paths.back(), true) + ".";
   if (replaced > 0) text += " " + std::to_string(replaced) + " of them replace others.";
   lblFiles.SetCaption(text);
 }

@@ -26,7 +26,7 @@ constexpr int kWeightsShown = 6;
 constexpr int kBarWidth = 200;
 constexpr int kBarHeight = 14;
 constexpr int kButtonSize = 28;
-constexpr int kZoomSide = 180;   // pixels
+constexpr int kZoomSide = 180;    // pixels
 constexpr double kZoomCells = 9;  // across the magnified area, of a small map
 constexpr int kPlay = 1;
 constexpr int kStop = 2;
@@ -61,9 +61,8 @@ StepViewerWindow::StepViewerWindow(AppContext& app, StepWizard& wizard, const st
   for (int factor = 1; factor <= FactorCount(); ++factor) {
     lblFW(factor).SetCaption(series_.model->Maps().Factor(factor).name);
     FWDisp(factor).SetStripHeight(kBarHeight);
-    FWDisp(factor).SetPainter(kBarWidth, kBarHeight, [this, factor](Canvas& canvas) {
-      PaintWeight(factor, canvas);
-    });
+    FWDisp(factor).SetPainter(kBarWidth, kBarHeight,
+                              [this, factor](Canvas& canvas) { PaintWeight(factor, canvas); });
   }
   PicZoom.SetPainter(kZoomSide, kZoomSide, [this](Canvas& canvas) { PaintZoom(canvas); });
   MakeButtons();
@@ -96,6 +95,17 @@ void StepViewerWindow::ConnectControls() {
   cmdExit.onClick = [this] { app_.desktop.CloseByFrame(*this); };
 }
 
+std::vector<ui::MenuSpec> StepViewerWindow::Menus() {
+  return {{"mFile", "&File", "", {}, StepPageParts::SaveMenu(wizard_)},
+          {"mShow",
+           "&Play",
+           "",
+           {},
+           {{"mPlay", "&Play", "Ctrl+P", [this] { Play(); }, {}},
+            {"mPause", "P&ause", "Ctrl+Shift+P", [this] { Pause(); }, {}},
+            {"mStop", "&Stop", "Ctrl+.", [this] { StopPlaying(); }, {}}}}};
+}
+
 void StepViewerWindow::LayOut() {
   Table weights{};
   const int first = scrlFWT.Value() + 1;
@@ -103,9 +113,8 @@ void StepViewerWindow::LayOut() {
     Row row{lblFW(i), Share(1, FWDisp(i))};
     weights.items.push_back(row);
   }
-  const Frame play{"Play",
-                   Row{MVC(kPlay), MVC(kStop), MVC(kPause), Stretch{}, "Frames:", txtSF, "to", txtEF,
-                       "Frames/Second:", txtFPS}};
+  const Frame play{"Play", Row{MVC(kPlay), MVC(kStop), MVC(kPause), Stretch{}, "Frames:", txtSF,
+                               "to", txtEF, "Frames/Second:", txtFPS}};
   const Column map{Share(1, picFrame), Row{lblScaleMin, Share(1, picScale), lblScaleMax},
                    Row{lblFrame, Share(1, pscrl)}, play,
                    Row{cmdExpAVI, pictureButtons.cmdCopy, pictureButtons.cmdSave, Stretch{},
@@ -115,9 +124,9 @@ void StepViewerWindow::LayOut() {
       Frame{"Under the mouse", Table{{"X:", lblX}, {"Y:", lblY}, {"Value:", lblvalue}}, ckLoadData},
       Frame{"Factor Weights:", Row{Share(1, Column{weights}), scrlFWT},
             Row{lblWeightLow, Stretch{}, lblWeightHigh}}};
-  const Frame points{"Locked Points",
-                     Row{Share(1, Column{Share(1, List1), Row{cmdUnlock, Stretch{}}}),
-                         Share(3, chart.Area())}};
+  const Frame points{
+      "Locked Points",
+      Row{Share(1, Column{Share(1, List1), Row{cmdUnlock, Stretch{}}}), Share(3, chart.Area())}};
   SetLayout(Column{Share(3, Row{Share(5, map), Share(2, beside)}), Share(1, points)});
 }
 
@@ -135,11 +144,11 @@ void StepViewerWindow::ShowStep() {
 
 // The picture on show as it leaves the program.
 Canvas StepViewerWindow::ShownWithLegend() const {
-  return WithLegend(picFrame.Image(),
-                    {lblFrame.Caption(),
-                     MapLegend::Scale{series_.settings.palette, lblScaleMin.Caption(),
-                                      lblScaleMax.Caption(),
-                                      series_.model->output.constraintColour}});
+  return WithLegend(
+      picFrame.Image(),
+      {lblFrame.Caption(),
+       MapLegend::Scale{series_.settings.palette, lblScaleMin.Caption(), lblScaleMax.Caption(),
+                        series_.model->output.constraintColour}});
 }
 
 // ---- Play ---------------------------------------------------------------------------------------
@@ -186,8 +195,8 @@ void StepViewerWindow::DrawMVC() {
 }
 
 int StepViewerWindow::FirstFrame() const {
-  return static_cast<int>(std::clamp(HalfEvenRound(TextToNumber(txtSF.Text())), 1.0,
-                                     static_cast<double>(LastFrame())));
+  return static_cast<int>(
+      std::clamp(HalfEvenRound(TextToNumber(txtSF.Text())), 1.0, static_cast<double>(LastFrame())));
 }
 
 int StepViewerWindow::LastFrame() const {
@@ -243,8 +252,8 @@ void StepViewerWindow::ShowWeights() {
 
 void StepViewerWindow::PaintWeight(int factor, Canvas& canvas) const {
   const Extremes& all = series_.generator.EffectiveWeights();
-  const double weight = series_.model->kind->EffectiveWeight(
-      factor, series_.model->NumbersOf(factor, Step()));
+  const double weight =
+      series_.model->kind->EffectiveWeight(factor, series_.model->NumbersOf(factor, Step()));
   const double range = all.largest - all.smallest;
   const double part = range > 0 ? (weight - all.smallest) / range : 1;
   canvas.Clear(kBarGround);

@@ -1,5 +1,5 @@
-// The window "Time Step Viewing Utility": the maps of all steps one after the other, as a film, with
-// the values under the mouse, the factors' weights at the step, and places whose values are
+// The window "Time Step Viewing Utility": the maps of all steps one after the other, as a film,
+// with the values under the mouse, the factors' weights at the step, and places whose values are
 // followed over all steps.
 #pragma once
 
@@ -65,8 +65,7 @@ class StepViewerWindow : public ui::Window {
   ui::Button cmdExit{*this, "cmdExit", "E&xit"};
 
  protected:
-  StepViewerWindow(AppContext& app, StepWizard& wizard, const std::string& name,
-                   StepSeries series);
+  StepViewerWindow(AppContext& app, StepWizard& wizard, const std::string& name, StepSeries series);
 
  private:
   // A cell that a person has locked, column and row from 1.
@@ -76,6 +75,7 @@ class StepViewerWindow : public ui::Window {
   };
 
   void ConnectControls();
+  std::vector<ui::MenuSpec> Menus();
   void MakeButtons();
   void LayOut();
   int Steps() const { return series_.model->Steps(); }
@@ -121,6 +121,7 @@ class StepViewerWindow : public ui::Window {
   double pointerY_ = 0;
   bool pointed_ = false;
   std::vector<LockedPoint> locked_;
+  ui::MenuBar menu_{*this, Menus()};
 };
 
 class FrmTSF final : public StepViewerWindow {

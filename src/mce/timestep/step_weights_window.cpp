@@ -29,10 +29,10 @@ FrmTS3::FrmTS3(AppContext& app, StepWizard& wizard)
   parts_.cmdNext.onClick = [this] { Next(); };
   using ui::Column, ui::Frame, ui::Row, ui::Share, ui::Stretch;
   SetLayout(Column{
-      Share(1, Row{Share(1, Frame{"Factors", Share(1, lstFactors), Row{cmdShowAll, cmdReset}}),
-                   Share(5, Column{Share(1, editor.Area()),
-                                   Row{"First step:", lblStartDate, Stretch{}, "Last step:",
-                                       lblEndDate}})}),
+      Share(1,
+            Row{Share(1, Frame{"Factors", Share(1, lstFactors), Row{cmdShowAll, cmdReset}}),
+                Share(5, Column{Share(1, editor.Area()), Row{"First step:", lblStartDate, Stretch{},
+                                                             "Last step:", lblEndDate}})}),
       Row{editor.cmdLoad, editor.cmdSave, editor.plot.buttons.cmdCopy, editor.plot.buttons.cmdSave,
           Stretch{}, parts_.Buttons()}});
 }
@@ -100,7 +100,8 @@ void FrmTS3::Put(const std::vector<ModelTextFactor>& factors,
 
 std::vector<std::string> FrmTS3::Text() const {
   std::vector<std::string> texts;
-  for (const Item& item : items_) texts.push_back(Wri(item.graph, StepWeights(item.graph, Steps())));
+  for (const Item& item : items_)
+    texts.push_back(Wri(item.graph, StepWeights(item.graph, Steps())));
   return texts;
 }
 

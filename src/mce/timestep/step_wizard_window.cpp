@@ -38,15 +38,16 @@ ui::LayoutItem StepPageParts::Buttons() {
 
 std::vector<ui::MenuSpec> StepPageParts::SaveMenu(StepWizard& wizard) {
   return {{"mSaveSteps", "&Save Time-Step Model", "Ctrl+S", [&wizard] { wizard.Save(); }, {}},
-          {"mSaveStepsAs", "Save Time-Step Model &As...", "", [&wizard] { wizard.cmdSave_Click(); },
-           {}},
-          ui::MenuSpec::Separator()};
+          {"mSaveStepsAs",
+           "Save Time-Step Model &As...",
+           "",
+           [&wizard] { wizard.cmdSave_Click(); },
+           {}}};
 }
 
 // ---- Going from page to page --------------------------------------------------------------------
 
-StepWizard::StepWizard(AppContext& app, FrmTS1& first)
-    : app_(app), first_(first), shown_(&first) {
+StepWizard::StepWizard(AppContext& app, FrmTS1& first) : app_(app), first_(first), shown_(&first) {
   app_.session.Begin(*this);
 }
 
@@ -231,11 +232,11 @@ void StepWizard::cmdSave_Click() {
     saved_ = WriteTo(session.modelFile);
     return;
   }
-  const auto choice = ui::AskSaveFile(
-      app_.desktop,
-      {"Save Time Step Information", "Time-Step Information Files (.tsi)|*.tsi", "tsi",
-       app_.settings.workingDirectory, "*.tsi", ui::FileKind::kModels},
-      {.text = "Overwrite existing file?", .title = "Save Model Information"});
+  const auto choice =
+      ui::AskSaveFile(app_.desktop,
+                      {"Save Time Step Information", "Time-Step Information Files (.tsi)|*.tsi",
+                       "tsi", app_.settings.workingDirectory, "*.tsi", ui::FileKind::kModels},
+                      {.text = "Overwrite existing file?", .title = "Save Model Information"});
   if (!choice) return;
   session.modelFile = choice->Path();
   saved_ = WriteTo(session.modelFile);

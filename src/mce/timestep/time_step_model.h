@@ -57,7 +57,7 @@ std::unique_ptr<StepKind> NonlinearSteps(NonlinearModel model);
 // How a factor changes over the steps.
 struct FactorSteps {
   FactorBehaviour behaviour;
-  WeightGraph graph;            // of its weight over the steps
+  WeightGraph graph;           // of its weight over the steps
   std::vector<float> weights;  // of all steps, from the graph
 };
 

@@ -1,11 +1,11 @@
 // Message boxes, prompts and the dialogs for files, colours and fonts.
 #include <QApplication>
+#include <QBuffer>
 #include <QColorDialog>
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QFontDialog>
-#include <QBuffer>
 #include <QInputDialog>
 #include <QMessageBox>
 

@@ -8,8 +8,8 @@
 
 #include "mapdata/palette.h"
 #include "mce/model_session.h"
-#include "mce/nonlinear/graph_text.h"
 #include "mce/nonlinear/graph_rows_window.h"
+#include "mce/nonlinear/graph_text.h"
 #include "mce/nonlinear/nonlinear_builder_window.h"
 #include "mce/nonlinear/nonlinear_map_window.h"
 #include "mce/runnable_model.h"

@@ -57,8 +57,7 @@ TEST(FactorBehaviour, IsToldInTheInformationFile) {
   EXPECT_EQ(describeBehaviour(behaviour), "Method of Change: \tStatic");
   behaviour.method = StepMethod::kExistingFiles;
   behaviour.stepFiles = {"a.asc", "b.asc"};
-  EXPECT_EQ(describeBehaviour(behaviour),
-            "Method of Change: \tExisting Files:\r\na.asc\r\nb.asc");
+  EXPECT_EQ(describeBehaviour(behaviour), "Method of Change: \tExisting Files:\r\na.asc\r\nb.asc");
   behaviour.method = StepMethod::kProducts;
   behaviour.productCsv = "t.csv";
   behaviour.productRow = "water";

@@ -53,7 +53,8 @@ class TimeSteps : public ::testing::Test {
     return run;
   }
   std::string StepCells(int step) const {
-    return Cells(ReadText(folder_ / ("out/" + model_.output.prefix + std::to_string(step) + ".asc")));
+    return Cells(
+        ReadText(folder_ / ("out/" + model_.output.prefix + std::to_string(step) + ".asc")));
   }
 
   // Wants to stop after so many reports.
@@ -144,9 +145,12 @@ TEST_F(LinearSeries, WritesWhatIsAskedFor) {
   EXPECT_EQ(info.substr(info.find("\r\n")),
             "\r\n\r\nFactor: still.asc       Weight: 2\r\nMethod of Change: \tStatic" + behind +
                 "Factor: table.asc       Weight: 3\r\nMethod of Change: \tProduct Database: t.csv, "
-                "Row: row" + behind + "Factor: own.asc         Weight: -1\r\nMethod of Change: "
-                "\tExisting Files:\r\n" + own + "0.asc\r\n" + own + "1.asc\r\n" + own + "2.asc" +
-                behind + "Constraints:\r\n    " + folder_.Path().string() +
+                "Row: row" +
+                behind +
+                "Factor: own.asc         Weight: -1\r\nMethod of Change: "
+                "\tExisting Files:\r\n" +
+                own + "0.asc\r\n" + own + "1.asc\r\n" + own + "2.asc" + behind +
+                "Constraints:\r\n    " + folder_.Path().string() +
                 "/mask.asc\r\n\r\n\r\nFrame Numbers and Associated Dates:\r\n\t1: 1/1/2000\r\n\t2: "
                 "2/1/2000\r\n\t3: 3/1/2000\r\n");
   files_.Delete();
@@ -160,8 +164,7 @@ TEST_F(LinearSeries, WritesWhatIsAskedFor) {
 TEST_F(LinearSeries, NamesAMapThatCannotBeUsed) {
   const std::string path = (folder_ / "own1.asc").string();
   WriteMap("own1.asc", {{1, 2}});
-  EXPECT_EQ(Run().Text(),
-            path + ": has 2 columns and 1 rows, and the first factor has 2 and 2");
+  EXPECT_EQ(Run().Text(), path + ": has 2 columns and 1 rows, and the first factor has 2 and 2");
   std::string text = MapText({{1, 2}, {3, 4}});
   folder_.Write("own1.asc", text.substr(0, text.size() - 6));
   EXPECT_EQ(Run().Text(), path + ": ends in row 2 of 2");

@@ -37,16 +37,20 @@ TEST(StepWeights, FollowEachCurveAtAnyNumberOfSteps) {
     double (*weight)(double t);
   } curves[] = {
       {GraphType::kLinear, {"2", "-1", "", ""}, [](double t) { return 2 - 3 * t; }},
-      {GraphType::kBentLine, {"1", "5", "2", ""},
+      {GraphType::kBentLine,
+       {"1", "5", "2", ""},
        [](double t) { return t > 0.5 ? 3 * (2 - 2 * t) + 2 : 4 * (2 * t) + 1; }},
-      {GraphType::kBell, {"0.5", "1.5", "0.5", "0.2"},
+      {GraphType::kBell,
+       {"0.5", "1.5", "0.5", "0.2"},
        [](double t) {
          const double end = std::exp(-0.25 / 2 / 0.04);
          return 0.5 + (std::exp(-(t - 0.5) * (t - 0.5) / 2 / 0.04) - end) / (1 - end);
        }},
-      {GraphType::kPeriodic, {"0", "4", "0.5", "0"},
+      {GraphType::kPeriodic,
+       {"0", "4", "0.5", "0"},
        [](double t) { return 2 * (std::cos(2 * 3.14159265358979 * t) + 1); }},
-      {GraphType::kExponential, {"1", "3", "10", "1"},
+      {GraphType::kExponential,
+       {"1", "3", "10", "1"},
        [](double t) { return 1 + 2 * (std::pow(0.1, t) - 1) / (0.1 - 1); }},
   };
   for (const int steps : {5, 149, 150, 200}) {

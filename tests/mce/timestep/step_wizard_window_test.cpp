@@ -80,7 +80,8 @@ class StepPages : public ::testing::Test {
 
 TEST_F(StepPages, StretchAndShrinkARowThatDoesNotFit) {
   FrmTSClass& page = ToBehaviour();
-  const std::string table = folder_.Write("t.csv", "rain,1,3\r\nsun,1,2,3,4,5,6,7,8,9\r\n").string();
+  const std::string table =
+      folder_.Write("t.csv", "rain,1,3\r\nsun,1,2,3,4,5,6,7,8,9\r\n").string();
   ASSERT_TRUE(page.optMethod(3).Click().Ok());
   ASSERT_TRUE(page.txtCSV.Set(table).Ok());
   const struct {
@@ -122,7 +123,11 @@ TEST_F(StepPages, FollowTheirFactors) {
   // Another factor goes in front; the graph stays with its own.
   FrmTS2& factors = At<FrmTS2>("frmTS2");
   folder_.Write("g.asc", MapText({{1, 2}, {3, 4}}));
-  factors.Put({false, "", "*.asc", "", "*.asc",
+  factors.Put({false,
+               "",
+               "*.asc",
+               "",
+               "*.asc",
                {{(folder_ / "g.asc").string(), {"1", "True"}},
                 {(folder_ / "f.asc").string(), {"1", "True"}}},
                {}});

@@ -38,8 +38,8 @@ TEST(TimeStepText, ReadsAndWritesTheSameAtEveryStage) {
 }
 
 TEST(TimeStepText, KnowsModelsWithoutFactorsAndConstraints) {
-  const std::string text = std::string("2") + kCalendar +
-                           "TS2C$FRD$#FF$*.asc#CRD$#CF$*.asc#FAC$NULLCST$NULL";
+  const std::string text =
+      std::string("2") + kCalendar + "TS2C$FRD$#FF$*.asc#CRD$#CF$*.asc#FAC$NULLCST$NULL";
   const TimeStepText model = ParseTimeStepText(text);
   EXPECT_TRUE(model.factors.nonlinear);
   EXPECT_TRUE(model.factors.factors.empty());
@@ -50,8 +50,7 @@ TEST(TimeStepText, KnowsModelsWithoutFactorsAndConstraints) {
 TEST(TimeStepText, RefusesWhatItCannotHold) {
   TimeStepText model = ParseTimeStepText(Whole(5));
   model.output.folder = "no#1";
-  EXPECT_EQ(TimeStepTextOf(model).Text(),
-            "A model file cannot hold # or a line end, as in: no#1");
+  EXPECT_EQ(TimeStepTextOf(model).Text(), "A model file cannot hold # or a line end, as in: no#1");
 }
 
 TEST(TimeStepText, ReadsAFileWhateverItsLines) {
@@ -59,8 +58,7 @@ TEST(TimeStepText, ReadsAFileWhateverItsLines) {
   std::string text = Whole(5);
   text.insert(40, "\r\n");
   text.insert(9, "\n");
-  const TimeStepText model =
-      ReadTimeStepText(folder.Write("m.tsi", text + "\r\n")).Value();
+  const TimeStepText model = ReadTimeStepText(folder.Write("m.tsi", text + "\r\n")).Value();
   EXPECT_EQ(TimeStepTextOf(model).Value(), Whole(5));
   EXPECT_FALSE(ReadTimeStepText(folder.Path() / "none.tsi").Ok());
 }
