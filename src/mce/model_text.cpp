@@ -7,18 +7,33 @@
 
 namespace ormel {
 
+std::vector<ModelTextFactor> ReadFactorFields(FieldReader& fields) {
+  std::vector<ModelTextFactor> factors;
+  while (fields.Find("FAC$")) {
+    ModelTextFactor& factor = factors.emplace_back();
+    factor.path = fields.Field();
+    for (std::string& field : factor.fields) field = fields.Field();
+  }
+  return factors;
+}
+
+void WriteMapFields(const std::vector<ModelTextFactor>& factors,
+                    const std::vector<std::string>& constraints, FieldWriter& fields) {
+  for (const ModelTextFactor& factor : factors) {
+    fields.Key("FAC$").Field(factor.path);
+    for (const std::string& field : factor.fields) fields.Field(field);
+  }
+  if (factors.empty()) fields.Key("FAC$NULL");
+  for (const std::string& constraint : constraints) fields.Key("CST$").Field(constraint);
+  if (constraints.empty()) fields.Key("CST$NULL");
+}
+
 ModelText ParseModelText(std::string_view text) {
   ModelText model;
   FieldReader fields(text);
   model.root = fields.FieldBehind("FRD$");
   model.pattern = fields.FieldBehind("FF$");
-  if (!fields.Find("FAC$NULL")) {
-    while (fields.Find("FAC$")) {
-      ModelTextFactor& factor = model.factors.emplace_back();
-      factor.path = fields.Field();
-      for (std::string& field : factor.fields) field = fields.Field();
-    }
-  }
+  if (!fields.Find("FAC$NULL")) model.factors = ReadFactorFields(fields);
   if (text.find("CST$NULL") == std::string_view::npos) {
     while (fields.Find("CST$")) model.constraints.push_back(fields.Field());
   }
@@ -38,13 +53,7 @@ Outcome<ModelText> ReadModelText(const std::filesystem::path& path) {
 Outcome<> WriteModelText(const std::filesystem::path& path, const ModelText& model) {
   FieldWriter fields("#\"");
   fields.Key("FRD$").Field(model.root).Key("FF$").Field(model.pattern);
-  for (const ModelTextFactor& factor : model.factors) {
-    fields.Key("FAC$").Field(factor.path);
-    for (const std::string& field : factor.fields) fields.Field(field);
-  }
-  if (model.factors.empty()) fields.Key("FAC$NULL");
-  for (const std::string& constraint : model.constraints) fields.Key("CST$").Field(constraint);
-  if (model.constraints.empty()) fields.Key("CST$NULL");
+  WriteMapFields(model.factors, model.constraints, fields);
   fields.Key("TITLE$").Field(model.title);
   if (!fields.Bad().empty()) {
     return Failure{FailureKind::kRefused,

@@ -33,6 +33,15 @@ struct ModelText {
   std::string title;
 };
 
+class FieldReader;
+class FieldWriter;
+
+// The factors from here on, as they stand in all files of models.
+std::vector<ModelTextFactor> ReadFactorFields(FieldReader& fields);
+// Factors and constraints, or that there are none.
+void WriteMapFields(const std::vector<ModelTextFactor>& factors,
+                    const std::vector<std::string>& constraints, FieldWriter& fields);
+
 // As much of a model as the text holds: fields that are missing stay empty.
 ModelText ParseModelText(std::string_view text);
 

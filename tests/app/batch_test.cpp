@@ -63,6 +63,27 @@ TEST_F(Batch, RunsTheSampleModel) {
             "    examples/kagwene/walkable.asc\r\n");
 }
 
+TEST_F(Batch, RunsTheSampleSeries) {
+  const Ran ran = Run("examples/kagwene/seasons.tsi -o " + Path("maps"));
+  EXPECT_EQ(ran.status, 0);
+  EXPECT_EQ(ran.output + ran.errors, "");
+  int maps = 0;
+  int pictures = 0;
+  for (const auto& file : std::filesystem::directory_iterator(Path("maps"))) {
+    maps += file.path().extension() == ".asc" ? 1 : 0;
+    pictures += file.path().extension() == ".bmp" ? 1 : 0;
+  }
+  EXPECT_EQ(maps, 12);
+  EXPECT_EQ(pictures, 12);
+  EXPECT_TRUE(ReadText(Path("maps/nestingInformation.inf")).ends_with("\t12: 12/1/2008\r\n"));
+  EXPECT_EQ(Run("examples/kagwene/seasons.tsi -o x --picture y.bmp").status, 2);
+  folder_.Write("early.tsi", "1TS1$2008 January 1 0 0 0 2008 March 1 0 0 0 1 Month 0 #");
+  const Ran early = Run(Path("early.tsi") + " -o " + Path("none"));
+  EXPECT_EQ(early.status, 1);
+  EXPECT_EQ(early.errors, "ormel-batch: " + Path("early.tsi") +
+                              ": The model has not been filled in to its last page.\n");
+}
+
 TEST_F(Batch, SaysInOneLineWhatIsWrong) {
   const std::string map = folder_.Write("f.asc", ModelFolder::MapText({{1, 2}})).string();
   folder_.Write("gone.mif", "\"FAC$" + map + "#1#True#FAC$no/such.asc#1#True#\"\r\n");

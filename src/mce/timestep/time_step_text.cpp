@@ -47,13 +47,7 @@ void WriteFactors(const StepFactorsText& model, FieldWriter& fields) {
   fields.Key(model.nonlinear ? "TS2C$" : "TS2S$");
   fields.Key("FRD$").Field(model.root).Key("FF$").Field(model.pattern);
   fields.Key("CRD$").Field(model.constraintRoot).Key("CF$").Field(model.constraintPattern);
-  for (const ModelTextFactor& factor : model.factors) {
-    fields.Key("FAC$").Field(factor.path);
-    for (const std::string& field : factor.fields) fields.Field(field);
-  }
-  if (model.factors.empty()) fields.Key("FAC$NULL");
-  for (const std::string& constraint : model.constraints) fields.Key("CST$").Field(constraint);
-  if (model.constraints.empty()) fields.Key("CST$NULL");
+  WriteMapFields(model.factors, model.constraints, fields);
 }
 
 void ReadFactors(FieldReader& fields, StepFactorsText& model) {
@@ -63,13 +57,7 @@ void ReadFactors(FieldReader& fields, StepFactorsText& model) {
   model.pattern = fields.FieldBehind("FF$");
   model.constraintRoot = fields.FieldBehind("CRD$");
   model.constraintPattern = fields.FieldBehind("CF$");
-  if (!fields.Take("FAC$NULL")) {
-    while (fields.Find("FAC$")) {
-      ModelTextFactor& factor = model.factors.emplace_back();
-      factor.path = fields.Field();
-      for (std::string& field : factor.fields) field = fields.Field();
-    }
-  }
+  if (!fields.Take("FAC$NULL")) model.factors = ReadFactorFields(fields);
   if (!fields.Take("CST$NULL")) {
     while (fields.Find("CST$")) model.constraints.push_back(fields.Field());
   }

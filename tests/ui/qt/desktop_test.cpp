@@ -3,6 +3,7 @@
 #include <QClipboard>
 #include <QFile>
 #include <QFileDialog>
+#include <QImage>
 #include <QInputDialog>
 #include <QLineEdit>
 #include <QMessageBox>
@@ -11,6 +12,7 @@
 #include <QTcpSocket>
 #include <QTemporaryDir>
 
+#include "movies/avi_file.h"
 #include "ui/qt/screen_fixture.h"
 #include "ui/timer.h"
 
@@ -51,6 +53,41 @@ TEST_F(DesktopTest, MessageBoxesOfferTheirButtonsAndPromptsReturnTheTextOrNothin
   EXPECT_EQ(desktop.Prompt("Zone?", "Title", "33"), "33");
   InDialog<QInputDialog>([](QInputDialog& box) { box.reject(); });
   EXPECT_EQ(desktop.Prompt("Zone?", "Title", "33"), std::nullopt);
+}
+
+TEST_F(DesktopTest, EntriesArePickedFromAList) {
+  const std::vector<std::string> entries{"full", "small", "tiny"};
+  InDialog<QInputDialog>([](QInputDialog& box) { box.accept(); });
+  EXPECT_EQ(desktop.PickEntry("How?", "Title", entries), 0U);
+  InDialog<QInputDialog>([](QInputDialog& box) {
+    box.setTextValue("small");
+    box.accept();
+  });
+  EXPECT_EQ(desktop.PickEntry("How?", "Title", entries), 1U);
+  InDialog<QInputDialog>([](QInputDialog& box) { box.reject(); });
+  EXPECT_EQ(desktop.PickEntry("How?", "Title", entries), std::nullopt);
+}
+
+// The frames of a movie come back from their JPEG pictures nearly as they were.
+TEST_F(DesktopTest, MoviesAreCompressedByTheDesktop) {
+  const QTemporaryDir folder;
+  const std::string path = folder.filePath("m.avi").toStdString();
+  Canvas frame(64, 48, Rgb(200, 40, 90));
+  MovieJob job{path, {3, [&](int) -> Outcome<cDIB> { return cDIB::OfCanvas(frame); }}, 10};
+  job.encoder = [this](const cDIB& dib) -> Outcome<std::string> {
+    return desktop.Jpeg(dib.Picture()).value_or("");
+  };
+  NoProgress quiet;
+  ASSERT_TRUE(WriteAviFile(job, quiet).Ok());
+  QFile movie(folder.filePath("m.avi"));
+  ASSERT_TRUE(movie.open(QIODevice::ReadOnly));
+  const QByteArray bytes = movie.readAll();
+  const qsizetype chunk = bytes.indexOf("00dc");
+  ASSERT_GT(chunk, 0);
+  const QImage read = QImage::fromData(bytes.mid(chunk + 8), "JPG");
+  ASSERT_EQ(read.size(), QSize(64, 48));
+  EXPECT_NEAR(read.pixelColor(30, 30).red(), 200, 4);
+  EXPECT_NEAR(read.pixelColor(30, 30).blue(), 90, 4);
 }
 
 TEST_F(DesktopTest, FileDialogsChooseFiltersEndingsAndFolders) {
