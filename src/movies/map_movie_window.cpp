@@ -28,7 +28,7 @@ bool Exists(const std::string& path) {
 
 FrmAVI::FrmAVI(AppContext& app)
     : Window("frmAVI", "Generate .AVI Files"),
-      files(*this, app.desktop, {kSelectedTooMany, kFolderTooMany}),
+      files(*this, app.desktop, {kSelectedTooMany, kFolderTooMany, "Step File for "}),
       app_(app),
       numbers_{{&txtNF, 1, 30, "Not a valid number of frames!",
                 "Please specify a number of frames/second between 1 and 30", 10},

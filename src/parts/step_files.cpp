@@ -112,7 +112,7 @@ void StepFiles::Flip() {
 void StepFiles::PickFile() {
   const int step = lstTSFF.FirstSelected();
   if (step == 0) return;
-  const auto choice = desktop_.OpenFile({"Step File for " + lstSteps.Item(step),
+  const auto choice = desktop_.OpenFile({texts_.fileTitle + lstSteps.Item(step),
                                          "ASCII Raster (.asc, .grd)|*.asc;*.grd", "",
                                          folder.Folder(), "", ui::FileKind::kMaps});
   if (!choice || (accepts && !accepts(choice->Path()))) return;

@@ -17,6 +17,7 @@ namespace ormel {
 struct StepFilesTexts {
   std::string selectedTooMany;
   std::string folderTooMany;
+  std::string fileTitle;  // of the dialog for a step's file, before the step's name
 };
 
 class StepFiles {

@@ -14,19 +14,11 @@ constexpr char kSelectedTooMany[] =
 constexpr char kFolderTooMany[] =
     "Filling in the directory's files has exceeded the number of time steps!";
 
-std::size_t CountFiles(const FactorBehaviour& behaviour, const std::vector<std::string>& dates) {
-  const auto isFile = [&](const std::string& entry) {
-    return std::find(dates.begin(), dates.end(), entry) == dates.end();
-  };
-  return static_cast<std::size_t>(
-      std::count_if(behaviour.stepFiles.begin(), behaviour.stepFiles.end(), isFile));
-}
-
 }  // namespace
 
 FrmTSClass::FrmTSClass(AppContext& app, StepWizard& wizard)
     : Window("frmTSClass", "Define Non-Static Factors' Behavior - Step 3/5"),
-      files(*this, app.desktop, {kSelectedTooMany, kFolderTooMany}),
+      files(*this, app.desktop, {kSelectedTooMany, kFolderTooMany, "Time Step File for "}),
       app_(app),
       wizard_(wizard) {
   optMethod.SetCaptions(
@@ -77,6 +69,12 @@ void FrmTSClass::LayOut() {
 
 // ---- Factors and dates --------------------------------------------------------------------------
 
+std::size_t FrmTSClass::CountFiles(const FactorBehaviour& behaviour) const {
+  return static_cast<std::size_t>(
+      std::count_if(behaviour.stepFiles.begin(), behaviour.stepFiles.end(),
+                    [this](const std::string& entry) { return !dateTexts_.contains(entry); }));
+}
+
 FrmTSClass::Item* FrmTSClass::Selected() {
   const int index = lstFactors.FirstSelected();
   return index == 0 ? nullptr : &items_[static_cast<std::size_t>(index - 1)];
@@ -88,8 +86,7 @@ void FrmTSClass::FitFiles(FactorBehaviour& behaviour, const std::vector<std::str
   std::vector<std::string> files = dates;
   for (std::size_t i = 0; i < std::min(files.size(), behaviour.stepFiles.size()); ++i) {
     const std::string& entry = behaviour.stepFiles[i];
-    const bool isDate = std::find(dates_.begin(), dates_.end(), entry) != dates_.end();
-    if (!isDate && !entry.empty()) files[i] = entry;
+    if (!dateTexts_.contains(entry) && !entry.empty()) files[i] = entry;
   }
   behaviour.stepFiles = std::move(files);
 }
@@ -118,6 +115,7 @@ void FrmTSClass::Fit(const std::vector<ListedFactor>& factors,
   }
   items_ = std::move(items);
   dates_ = dates;
+  dateTexts_ = {dates.begin(), dates.end()};
   std::vector<std::string> names;
   for (const Item& item : items_) names.push_back(item.name);
   lstFactors.SetItems(std::move(names));
@@ -222,8 +220,7 @@ void FrmTSClass::ShowProducts(const Item& item) {
 // What keeps a factor from being used; empty: nothing.
 std::string FrmTSClass::Fault(const Item& item) const {
   const FactorBehaviour& behaviour = item.behaviour;
-  if (behaviour.method == StepMethod::kExistingFiles &&
-      CountFiles(behaviour, dates_) < dates_.size()) {
+  if (behaviour.method == StepMethod::kExistingFiles && CountFiles(behaviour) < dates_.size()) {
     return "One or More of " + item.name + "'s Files are Dates, Please Fill in the Missing Values.";
   }
   if (behaviour.method != StepMethod::kProducts) return {};
@@ -237,7 +234,7 @@ std::string FrmTSClass::StateOf(const Item& item) const {
   const FactorBehaviour& behaviour = item.behaviour;
   switch (behaviour.method) {
     case StepMethod::kExistingFiles: {
-      const std::size_t count = CountFiles(behaviour, dates_);
+      const std::size_t count = CountFiles(behaviour);
       if (count == dates_.size()) return "complete";
       return std::to_string(count) + " of " + std::to_string(dates_.size());
     }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <unordered_set>
 #include <vector>
 
 #include "mce/timestep/factor_behaviour.h"
@@ -65,6 +66,8 @@ class FrmTSClass final : public ui::Window {
   void ChooseMethod();
   void ShowProducts(const Item& item);
   void ShowStates();
+  // How many steps have one.
+  std::size_t CountFiles(const FactorBehaviour& behaviour) const;
   std::string StateOf(const Item& item) const;
   std::string Fault(const Item& item) const;
   void FitFiles(FactorBehaviour& behaviour, const std::vector<std::string>& dates) const;
@@ -80,6 +83,7 @@ class FrmTSClass final : public ui::Window {
   StepWizard& wizard_;
   std::vector<Item> items_;
   std::vector<std::string> dates_;
+  std::unordered_set<std::string> dateTexts_;  // the same, to be looked up
   ListRows rows_{{&lstFactors, &lstState}, ListRows::Selection::kOfRows};
   StepPageParts parts_{*this, wizard_, "cmdNext", "&Next >"};
   ui::MenuBar menu_{*this, {{"mFile", "&File", "", {}, StepPageParts::SaveMenu(wizard_)}}};

@@ -202,11 +202,24 @@ void StepWizard::ReturnToPages() {
 
 // ---- Files --------------------------------------------------------------------------------------
 
+// The records of a file belong together: what was changed on the pages in front takes effect on
+// those behind, as Next would have it.
+void StepWizard::FitPages(const CalendarEntries& entries) const {
+  if (behaviour_ == nullptr) return;
+  const Outcome<StepCalendar> calendar = BuildCalendar(entries);
+  const std::vector<std::string>& dates = calendar.Ok() ? calendar.Value().dates : calendar_.dates;
+  std::vector<ListedFactor> listed = factors_->Listed();
+  std::erase_if(listed, [](const ListedFactor& factor) { return factor.name.empty(); });
+  behaviour_->Fit(listed, dates);
+  if (weights_ != nullptr) weights_->Fit(listed, dates);
+}
+
 TimeStepText StepWizard::CurrentText() const {
   TimeStepText text;
   text.stage = stage_;
   text.calendar = first_.Entries();
   if (factors_ != nullptr) text.factors = factors_->Text();
+  FitPages(text.calendar);
   if (behaviour_ != nullptr) text.behaviours = behaviour_->Text();
   if (weights_ != nullptr) text.stepGraphs = weights_->Text();
   if (output_ != nullptr) text.output = output_->Text();

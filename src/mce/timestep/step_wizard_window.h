@@ -68,6 +68,7 @@ class StepWizard final : public RunningModel {
   void Reach(StepStage stage) { stage_ = std::max(stage_, stage); }
   std::vector<ui::Window*> Pages() const;
 
+  void FitPages(const CalendarEntries& entries) const;
   TimeStepText CurrentText() const;
   std::shared_ptr<const TimeStepModel> CurrentModel() const;
   bool WriteTo(const std::string& path);

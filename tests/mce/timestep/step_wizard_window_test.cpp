@@ -137,6 +137,35 @@ TEST_F(StepPages, FollowTheirFactors) {
   EXPECT_EQ(weights.Graphs()[1].topValue, 5);
 }
 
+// Whatever is changed on the pages in front, the records of a saved file fit each other.
+TEST_F(StepPages, SaveWhatBelongsTogether) {
+  ToOutput();
+  FrmTSClass& behaviour = At<FrmTSClass>("frmTSClass");
+  for (const char* page : {"frmTS4", "frmTS3"}) Click(page, "cmdBack");
+  ASSERT_TRUE(behaviour.optMethod(1).Click().Ok());
+  for (const char* page : {"frmTSClass", "frmTS2"}) Click(page, "cmdBack");
+  ASSERT_TRUE(calendar_->txtTSI.Set("6").Ok());
+  folder_.Write("g.asc", MapText({{1, 2}, {3, 4}}));
+  At<FrmTS2>("frmTS2").Put({false,
+                            "",
+                            "*.asc",
+                            "",
+                            "*.asc",
+                            {{(folder_ / "g.asc").string(), {"1", "True"}},
+                             {(folder_ / "f.asc").string(), {"1", "True"}}},
+                            {}});
+  const std::string path = (folder_ / "m.tsi").string();
+  desktop_.AnswerFiles({{path}});
+  session_.Running()->cmdSave_Click();
+  const TimeStepText text = ReadTimeStepText(path).Value();
+  ASSERT_EQ(text.behaviours.size(), 2U);
+  EXPECT_EQ(text.behaviours[0].method, 0);
+  EXPECT_EQ(text.behaviours[1].files,
+            (std::vector<std::string>{"1/1/2000", "7/1/2000", "1/1/2001"}));
+  EXPECT_EQ(text.stepGraphs.size(), 2U);
+  EXPECT_EQ(TimeStepTextOf(text).Value() + "\r\n", ReadText(path));
+}
+
 TEST_F(StepPages, AskWhatBecomesOfFilesWhenTheDiskIsFull) {
   FrmTS4& page = ToOutput();
   const auto files = [&] {
