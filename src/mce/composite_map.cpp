@@ -112,7 +112,7 @@ void ScaleSums(std::span<const float> sums, std::span<const std::uint8_t> mask,
   const double range = limits.max - limits.min;
   for (std::size_t i = 0; i < sums.size(); ++i) {
     const double scaled = kTopValue * (static_cast<double>(sums[i]) - limits.min) / range;
-    values[i] = (mask[i] != 0) & std::isfinite(scaled) ? scaled : 0.0;
+    values[i] = ((mask[i] != 0) & std::isfinite(scaled)) ? scaled : 0.0;
   }
 }
 

@@ -94,7 +94,7 @@ void CloseRange(const Range& range, std::vector<std::string>& dates) {
 }  // namespace
 
 std::string MomentText(const CalendarMoment& moment, bool extended) {
-  const std::string day = moment.month + " " + moment.day + ", " + moment.year;
+  std::string day = moment.month + " " + moment.day + ", " + moment.year;
   if (!extended) return day;
   return moment.hour + ":" + moment.minute + ":" + moment.second + " " + day;
 }

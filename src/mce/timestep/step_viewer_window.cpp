@@ -180,7 +180,8 @@ void StepViewerWindow::DrawMVC() {
       Ink ink(canvas, canvas.Height() / static_cast<double>(kButtonSize));
       const double middle = ink.Width() / 2;
       if (button == kPlay) {
-        for (double y = 6; y <= 22; y += 0.5) {
+        for (int line = 0; line <= 32; ++line) {
+          const double y = 6 + line / 2.0;
           const double reach = 16 - std::abs(y - 14) * 2;
           ink.Block(middle - 7, y, middle - 7 + reach, y + 0.6, colour);
         }

@@ -33,8 +33,8 @@ TEST_F(ProductTables, AreStretchedAndShrunk) {
   EXPECT_EQ(SpreadProducts({1, 3}, 5), (std::vector<float>{1, 1.5F, 2, 2.5F, 3}));
   EXPECT_EQ(SpreadProducts({1, 2, 4, 8, 16, 32, 64}, 3), (std::vector<float>{1, 8, 64}));
   EXPECT_EQ(SpreadProducts({7}, 3), (std::vector<float>{7, 7, 7}));
-  std::vector<float> twenty;
-  for (int i = 0; i < 20; ++i) twenty.push_back(0.1F * static_cast<float>(i) + 0.3F);
+  std::vector<float> twenty(20);
+  for (std::size_t i = 0; i < 20; ++i) twenty[i] = 0.1F * static_cast<float>(i) + 0.3F;
   const std::vector<float> five = SpreadProducts(twenty, 5);
   EXPECT_EQ(five.front(), twenty.front());
   EXPECT_EQ(five.back(), twenty.back());

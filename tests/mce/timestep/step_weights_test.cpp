@@ -61,7 +61,8 @@ TEST(StepWeights, FollowEachCurveAtAnyNumberOfSteps) {
       ASSERT_TRUE(ComputeCurve(graph, curve.type, curve.parameters));
       const Weights weights = StepWeights(graph, steps);
       for (int step = 1; step <= steps; ++step) {
-        const double t = static_cast<double>(last * (step - 1) / (steps - 1)) / last;
+        const int sample = last * (step - 1) / (steps - 1);
+        const double t = static_cast<double>(sample) / last;
         ASSERT_NEAR(weights[static_cast<std::size_t>(step - 1)], curve.weight(t), 1e-6)
             << TypeWord(curve.type) << ", step " << step << " of " << steps;
       }

@@ -63,7 +63,7 @@ class StepPages : public ::testing::Test {
     ToBehaviour();
     Click("frmTSClass", "cmdNext");
     Click("frmTS3", "cmdNext");
-    FrmTS4& page = At<FrmTS4>("frmTS4");
+    auto& page = At<FrmTS4>("frmTS4");
     std::filesystem::create_directory(folder_ / "out");
     page.folder.SetFolder((folder_ / "out").string());
     return page;
@@ -115,13 +115,13 @@ TEST_F(StepPages, StretchAndShrinkARowThatDoesNotFit) {
 
 TEST_F(StepPages, FollowTheirFactors) {
   ToOutput();
-  FrmTS3& weights = At<FrmTS3>("frmTS3");
+  auto& weights = At<FrmTS3>("frmTS3");
   Click("frmTS4", "cmdBack");
   ASSERT_TRUE(weights.Find("txtLinEnd")->Set("5").Ok());
   Click("frmTS3", "cmdBack");
   Click("frmTSClass", "cmdBack");
   // Another factor goes in front; the graph stays with its own.
-  FrmTS2& factors = At<FrmTS2>("frmTS2");
+  auto& factors = At<FrmTS2>("frmTS2");
   folder_.Write("g.asc", MapText({{1, 2}, {3, 4}}));
   factors.Put({false,
                "",
@@ -140,7 +140,7 @@ TEST_F(StepPages, FollowTheirFactors) {
 // Whatever is changed on the pages in front, the records of a saved file fit each other.
 TEST_F(StepPages, SaveWhatBelongsTogether) {
   ToOutput();
-  FrmTSClass& behaviour = At<FrmTSClass>("frmTSClass");
+  auto& behaviour = At<FrmTSClass>("frmTSClass");
   for (const char* page : {"frmTS4", "frmTS3"}) Click(page, "cmdBack");
   ASSERT_TRUE(behaviour.optMethod(1).Click().Ok());
   for (const char* page : {"frmTSClass", "frmTS2"}) Click(page, "cmdBack");
