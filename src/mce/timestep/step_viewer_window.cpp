@@ -356,7 +356,13 @@ void StepViewerWindow::ShowChart() {
   Chart shown;
   shown.x.title = "Step";
   shown.x.range = Range{1, static_cast<double>(Steps())};
-  shown.x.numberText = [](double step) { return NumberText(HalfEvenRound(step)); };
+  for (const double step : RoundMarks(1, Steps())) {
+    shown.x.marks.push_back({step, NumberText(step), {}});
+  }
+  shown.x.numberText = [model = series_.model](double step) {
+    const auto index = static_cast<std::size_t>(HalfEvenRound(step)) - 1;
+    return index < model->dates.size() ? NumberText(step) + ", " + model->dates[index] : "";
+  };
   shown.y = NumberAxis("Value");
   shown.y.range = Range{0, kTopValue};
   for (const LockedPoint& point : locked_) {
